@@ -1,0 +1,4 @@
+// A library without any entry point.
+namespace {
+[[maybe_unused]] int nothing;
+}

@@ -1,0 +1,129 @@
+// `orb`: a host program that lets a person do from a shell what the library can do.
+
+#include "Command.h"
+
+#include <core/core.h>
+
+#include <unicode/uvernum.h>
+
+#include <algorithm>
+#include <cstring>
+#include <iomanip>
+#include <iostream>
+#include <vector>
+
+namespace orb {
+namespace {
+
+constexpr Command kCommands[] = {
+    {"classes", "", "list the registered classes", list_classes},
+    {"new", "NAME|GUID", "create an object and tell what it answers to", create_new},
+    {"component", "NAME", "load a component library and show what it brings", inspect_component},
+};
+
+void print_help(std::ostream& out) {
+    out << "orb - looks into the classes of the orbcore library\n\n"
+           "usage: orb [OPTION]... COMMAND [ARGUMENT]...\n\ncommands:\n";
+    for (const Command& command : kCommands) {
+        const std::string call = std::string(command.verb) + ' ' + std::string(command.arguments);
+        out << "  " << std::left << std::setw(22) << call << command.help << '\n';
+    }
+    out << "\noptions:\n"
+           "  --component NAME      load a component library first; may be repeated\n"
+           "  --json                print JSON instead of text\n"
+           "  --help                print this and end\n"
+           "  --version             print the versions of the library and of ICU and end\n"
+           "\nexit status: 0 done, 1 the request failed, 2 the command line is wrong\n";
+}
+
+struct CommandLine {
+    const Command* command = nullptr;
+    std::vector<char*> values;
+    std::vector<const char*> components;
+    bool json = false;
+    bool help = false;
+    bool version = false;
+};
+
+const Command* find_command(std::string_view verb) {
+    const auto found = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                    [&](const Command& row) { return row.verb == verb; });
+    if (found == std::end(kCommands))
+        throw UsageError("there is no command '" + std::string(verb) + "'");
+    return found;
+}
+
+CommandLine parse(std::span<char*> words) {
+    CommandLine line;
+    for (std::size_t i = 0; i != words.size(); ++i) {
+        const std::string_view word = words[i];
+        if (word == "--json")
+            line.json = true;
+        else if (word == "--help")
+            line.help = true;
+        else if (word == "--version")
+            line.version = true;
+        else if (word == "--component" && i + 1 != words.size())
+            line.components.push_back(words[++i]);
+        else if (word.starts_with("--"))
+            throw UsageError("there is no option '" + std::string(word) +
+                             "', or it lacks its value");
+        else if (!line.command)
+            line.command = find_command(word);
+        else
+            line.values.push_back(words[i]);
+    }
+    if (!line.command && !line.help && !line.version) throw UsageError("no command is given");
+    return line;
+}
+
+class Host final : public core::Process {
+public:
+    explicit Host(const CommandLine& line) : line_(line) {}
+    int status() const noexcept { return status_; }
+
+private:
+    void run() override {
+        for (const char* const component : line_.components)
+            core::current_process()->loadComponentEx(component);
+        status_ = line_.command->run({line_.values, line_.json});
+    }
+
+    const CommandLine& line_;
+    int status_ = kFailure;
+};
+
+int run(std::span<char*> words) {
+    const CommandLine line = parse(words);
+    if (line.help) {
+        print_help(std::cout);
+        return kSuccess;
+    }
+    if (line.version) {
+        std::cout << "orb, orbcore " ORBCORE_VERSION ", ICU " U_ICU_VERSION "\n";
+        return kSuccess;
+    }
+    core::CoreInitManager init;
+    Host host(line);
+    host.construct(nullptr);
+    host.start();
+    return host.status();
+}
+
+} // namespace
+} // namespace orb
+
+int main(int count, char** words) {
+    try {
+        return orb::run(
+            std::span(words, static_cast<std::size_t>(count)).subspan(count > 0 ? 1 : 0));
+    } catch (const orb::UsageError& error) {
+        std::cerr << "orb: " << error.what() << "; `orb --help` lists all\n";
+        return orb::kUsage;
+    } catch (const core::Exception& exception) {
+        std::cerr << "orb: " << core::to_utf8(exception.description()) << '\n';
+    } catch (const std::exception& error) {
+        std::cerr << "orb: " << error.what() << '\n';
+    }
+    return orb::kFailure;
+}
