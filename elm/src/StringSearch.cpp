@@ -299,7 +299,11 @@ const T* rfind_of(const T* text, std::size_t n, const T* set, std::size_t m,
 }
 
 template <class T> int compare_wide(const T* a, const T* b, std::size_t n) noexcept {
-    const std::size_t i = agreement(a, b, n);
+    // The library's memcmp has wider vectors, but does not tell the place of a difference.
+    constexpr std::size_t kStride = 512 / sizeof(T);
+    std::size_t i = 0;
+    while (n - i > kStride && std::memcmp(a + i, b + i, kStride * sizeof(T)) == 0) i += kStride;
+    i += agreement(a + i, b + i, n - i);
     if (i == n) return 0;
     return std::char_traits<T>::lt(a[i], b[i]) ? -1 : 1;
 }

@@ -226,7 +226,7 @@ TEST(Counting, StaticAndSingletonObjectsCountNothing) {
     EXPECT_EQ(single->Release(), 1u);
     EXPECT_EQ(single->Release(), 1u);
     EXPECT_EQ(living, 1);
-    query<core::ISCOMSingleton>(single)->destroySingleton();
+    query<core::ISCOMSingleton>(single).detach()->destroySingleton();
     EXPECT_EQ(living, 0);
 }
 

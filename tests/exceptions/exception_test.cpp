@@ -159,6 +159,7 @@ TEST(Exception, IsCaughtByItsBaseAndNeverCutByACopy) {
     static_assert(!std::is_constructible_v<Exception, const IllegalStateException&>);
     static_assert(!std::is_constructible_v<Exception, IllegalStateException>);
     static_assert(std::is_copy_constructible_v<IllegalStateException>);
+    static_assert(std::is_copy_constructible_v<LinuxProcStatusException>);
     static_assert(std::is_nothrow_move_constructible_v<VersionException>);
 
     const Exception plain = ThreadException(ThreadException::Error::Timeout).as_plain();

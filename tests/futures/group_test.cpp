@@ -26,6 +26,7 @@ struct Group {
             promises.push_back(core::create_promise());
             promises.back()->setRunning();
             members.emplace_back(promises.back()->getFuture(), true);
+            results.push_back(test::some_object());
         }
         future = kind == Any ? core::create_any_complete_group_future(members)
                              : core::create_all_complete_group_future(members);
@@ -51,9 +52,10 @@ struct Group {
                 cancelled += future->cancel() ? 't' : 'f';
                 continue;
             }
-            IPromise& promise = *promises.at(static_cast<std::size_t>(steps[at + 1] - '0'));
+            const auto index = static_cast<std::size_t>(steps[at + 1] - '0');
+            IPromise& promise = *promises.at(index);
             if (steps[at] == 's')
-                promise.setResult(promise.getFuture());
+                promise.setResult(results[index].get());
             else if (steps[at] == 'f')
                 promise.setException(nullptr);
             else
@@ -62,6 +64,7 @@ struct Group {
     }
 
     std::vector<InterfacePtr<IPromise>> promises;
+    std::vector<InterfacePtr<IUnknown>> results;
     InterfacePtr<core::IGroupFuture> future;
     std::string cancelled; // the answers of the group's cancel
 };
@@ -108,7 +111,7 @@ class GroupOutcome : public test::ProcessTest {};
 TEST_F(GroupOutcome, IsThatOfTheDecidingMember) {
     Group all(Group::All, 2);
     all.play("s1 s0");
-    EXPECT_EQ(all.future->getResult(), all.promises[0]->getFuture());
+    EXPECT_EQ(all.future->getResult(), all.results[0].get());
 
     Group any(Group::Any, 2);
     const auto failure = core::Exception(u"no paper").object();

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <functional>
 #include <iomanip>
+#include <list>
 #include <map>
 #include <ranges>
 #include <regex>
@@ -112,6 +113,30 @@ TYPED_TEST(Interface, IsMadeFromEverySource) {
     const S with_zero(array, 4);
     EXPECT_NE(with_zero, abc);
     EXPECT_EQ(with_zero.size(), 4u);
+}
+
+// The source of a change is a list of another type, a constant list, or the string itself.
+TYPED_TEST(Interface, TakesPartsByIterators) {
+    using S = TypeParam;
+    using T = typename S::value_type;
+    const std::list<char> list{'-', '+'};
+    const std::initializer_list<T> constant = {T('x'), T('y')};
+    S s = text<S>("abcdef");
+    EXPECT_EQ(s.insert(s.cbegin() + 1, list.begin(), list.end()) - s.cbegin(), 1);
+    EXPECT_EQ(s.insert(s.end(), constant) - s.cbegin(), 8);
+    EXPECT_EQ(s, text<S>("a-+bcdefxy"));
+    EXPECT_EQ(s.insert(s.begin(), T('!')) - s.cbegin(), 0);
+    EXPECT_EQ(s.erase(s.begin()) - s.cbegin(), 0);
+    EXPECT_EQ(s.erase(s.begin() + 1, s.cend() - 3) - s.cbegin(), 1);
+    EXPECT_EQ(s, text<S>("afxy"));
+    s.replace(s.begin(), s.begin() + 1, list.begin(), list.end());
+    s.replace(s.cbegin() + 2, s.cend(), constant);
+    s.replace(s.cend(), s.cend(), s.crbegin(), s.crend());
+    EXPECT_EQ(s, text<S>("-+xyyx+-"));
+    s.append(s.crbegin(), s.crbegin() + 2) += constant;
+    EXPECT_EQ(s, text<S>("-+xyyx+--+xy"));
+    EXPECT_TRUE(s.contains(text<S>("yyx+")) && s.contains(T('+')) && !s.contains(T('a')));
+    EXPECT_EQ(s.erase().insert(0, 0, T('x')).append(0, T('x')).replace(0, 0, 0, T('x')), S());
 }
 
 TYPED_TEST(Interface, ComparesByUnitsThenByLength) {

@@ -1,10 +1,12 @@
 // `orb`: a host program that lets a person do from a shell what the library can do.
 
 #include "Command.h"
+#include "LogSink.h"
 
 #include <core/core.h>
 
-#include <unicode/uvernum.h>
+#include <unicode/ucal.h>
+#include <unicode/uversion.h>
 
 #include <algorithm>
 #include <cstring>
@@ -30,16 +32,34 @@ void print_help(std::ostream& out) {
     }
     out << "\noptions:\n"
            "  --component NAME      load a component library first; may be repeated\n"
-           "  --json                print JSON instead of text\n"
+           "  --json                print JSON instead of text, the log included\n"
+           "  --lang LANGUAGE       the language of messages: en or ru\n"
+           "  --log LEVEL           write the log to stderr, from this level on: trace, debug, "
+           "info,\n"
+           "                        warning, error\n"
            "  --help                print this and end\n"
            "  --version             print the versions of the library and of ICU and end\n"
            "\nexit status: 0 done, 1 the request failed, 2 the command line is wrong\n";
+}
+
+// ICU and the rules of time zones are the system's, so they have versions of their own.
+void print_version(std::ostream& out) {
+    UVersionInfo version;
+    char icu[U_MAX_VERSION_STRING_LENGTH];
+    u_getVersion(version);
+    u_versionToString(version, icu);
+    UErrorCode status = U_ZERO_ERROR;
+    const char* const zones = ucal_getTZDataVersion(&status);
+    out << "orb, orbcore " ORBCORE_VERSION ", ICU " << icu << ", time zones "
+        << (U_SUCCESS(status) ? zones : "unknown") << '\n';
 }
 
 struct CommandLine {
     const Command* command = nullptr;
     std::vector<char*> values;
     std::vector<const char*> components;
+    core::SCOM_LogLevel log = core::SCOM_LogLevel::None;
+    const char* language = nullptr;
     bool json = false;
     bool help = false;
     bool version = false;
@@ -53,18 +73,29 @@ const Command* find_command(std::string_view verb) {
     return found;
 }
 
+const char* locale_of(std::string_view language) {
+    if (language == "en") return "root";
+    if (language == "ru") return "ru";
+    throw UsageError("there are no messages in the language '" + std::string(language) + "'");
+}
+
 CommandLine parse(std::span<char*> words) {
     CommandLine line;
     for (std::size_t i = 0; i != words.size(); ++i) {
         const std::string_view word = words[i];
+        const bool hasValue = i + 1 != words.size();
         if (word == "--json")
             line.json = true;
         else if (word == "--help")
             line.help = true;
         else if (word == "--version")
             line.version = true;
-        else if (word == "--component" && i + 1 != words.size())
+        else if (word == "--component" && hasValue)
             line.components.push_back(words[++i]);
+        else if (word == "--log" && hasValue)
+            line.log = log_level_of(words[++i]);
+        else if (word == "--lang" && hasValue)
+            line.language = locale_of(words[++i]);
         else if (word.starts_with("--"))
             throw UsageError("there is no option '" + std::string(word) +
                              "', or it lacks its value");
@@ -84,6 +115,7 @@ public:
 
 private:
     void run() override {
+        if (line_.log != core::SCOM_LogLevel::None) start_log(line_.log, line_.json);
         for (const char* const component : line_.components)
             core::current_process()->loadComponentEx(component);
         status_ = line_.command->run({line_.values, line_.json});
@@ -100,12 +132,13 @@ int run(std::span<char*> words) {
         return kSuccess;
     }
     if (line.version) {
-        std::cout << "orb, orbcore " ORBCORE_VERSION ", ICU " U_ICU_VERSION "\n";
+        print_version(std::cout);
         return kSuccess;
     }
     core::CoreInitManager init;
+    if (line.language) core::set_message_locale(line.language);
     Host host(line);
-    host.construct(nullptr);
+    host.construct(&core::this_module());
     host.start();
     return host.status();
 }

@@ -83,7 +83,7 @@ void SCOM_Module::check_version(SCOM_Process& process) const {
     throw VersionException(format_message(load_core_wstring("IDS_ERROR_BADVER"), from_utf8(name),
                                           from_utf8(version), from_utf8(process.getVersionOwner()),
                                           from_utf8(expected)),
-                           nullptr);
+                           name, from_utf8(version));
 }
 
 void SCOM_Module::registerAll(SCOM_Process* process, SCOM_ClassRegistrar* registrar) {

@@ -39,6 +39,7 @@ std::uint64_t unloaded_libraries() noexcept {
 // `unw_backtrace` remembers, per thread and for good, how each frame unwinds. Where a library was
 // unloaded, another may lie now at the same addresses with other frames, and following the old ones
 // reads stray memory: from then on the thread takes the plain walk.
+//
 // The thread sanitizer does without: it has ended its own record of a thread when libunwind takes a
 // lock to free what that thread remembered.
 bool may_use_remembered_frames(std::uint64_t unloaded) noexcept {
@@ -77,9 +78,9 @@ void forget_unloaded_libraries(std::uint64_t unloaded) noexcept {
 }
 
 std::string_view stem_of(std::string_view file) noexcept {
-    file.remove_prefix(file.rfind('/') + 1); // npos + 1 is 0
-    const std::size_t dot = file.rfind('.');
-    return dot == file.npos || dot == 0 ? file : file.substr(0, dot);
+    file.remove_prefix(file.rfind('/') + 1);         // npos + 1 is 0
+    const std::size_t versioned = file.find(".so."); // as in "orbcore.so.1"
+    return file.substr(0, versioned != file.npos ? versioned : file.rfind('.'));
 }
 
 bool lies_beside_this_library(std::string_view file) {

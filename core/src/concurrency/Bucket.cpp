@@ -129,8 +129,8 @@ void Bucket::fill() {
 
 void Bucket::trim() {
     Workers dropped;
-    const std::uint32_t now = environment_.milliseconds();
-    const WriterLock guard(mutex_); // ends before the dropped workers do
+    const WriterLock guard(mutex_);                        // ends before the dropped workers do
+    const std::uint32_t now = environment_.milliseconds(); // not before that of any entry
     std::size_t left = excess();
     for (auto worker = idle_.begin(); worker != idle_.end() && left != 0;) {
         const auto next = std::next(worker);

@@ -8,6 +8,8 @@
 
 #include <core/concurrency/async.h>
 
+#include "WorkerSpin.h"
+
 #include <core/component/ThreadException.h>
 #include <core/concurrency/ThreadSet.h>
 
@@ -24,7 +26,6 @@ namespace {
 using Lock = std::unique_lock<std::mutex>;
 
 constexpr std::chrono::milliseconds kStalled(1);
-constexpr std::chrono::microseconds kLinger(20);
 
 struct Queue {
     std::deque<InterfacePtr<AsyncTask>> tasks;
@@ -101,10 +102,7 @@ bool Runner::await_turn(Lock& lock) {
 
 bool Runner::linger(Lock& lock) {
     lock.unlock();
-    const auto end = std::chrono::steady_clock::now() + kLinger;
-    while (queue_.size.load(std::memory_order_relaxed) == 0 &&
-           std::chrono::steady_clock::now() < end)
-        __builtin_ia32_pause();
+    spin_until([this] { return queue_.size.load(std::memory_order_relaxed) != 0; });
     lock.lock();
     return !queue_.tasks.empty();
 }

@@ -6,6 +6,8 @@
 #include <core/component/Object.h>
 #include <core/concurrency/LockGuards.h>
 
+#include <new>
+
 #include <dlfcn.h>
 
 namespace core {
@@ -142,8 +144,12 @@ void OrbThreadPool::monitor() {
         const std::uint32_t now = environment_.milliseconds();
         const bool trimDue = is_trim_due(now - last);
         if (trimDue) last = now;
-        for (auto bucket = next_bucket(nullptr); bucket; bucket = next_bucket(bucket.get()))
-            bucket->maintain(trimDue);
+        try {
+            for (auto bucket = next_bucket(nullptr); bucket; bucket = next_bucket(bucket.get()))
+                bucket->maintain(trimDue);
+        } catch (const std::bad_alloc&) {
+            // There may be memory at the next pass.
+        }
         wakeUp_.wait(kMonitorPeriod);
         while (wakeUp_.wait(0)) {} // one pass answers all that was raised before it
     }

@@ -6,7 +6,6 @@
 #include <core/component/Exception.h>
 
 #include <core/component/SCOM_ProcessData.h>
-#include <core/component/TechLog.h>
 
 #include <kiln/heap.h>
 
@@ -49,14 +48,6 @@ private:
 
 // What the calling thread serves; null ends its loop.
 thread_local constinit Worker* worker_of_this_thread = nullptr;
-
-void log_failure(const Exception& failure) noexcept {
-    try {
-        write_exception_to_techlog(failure, u"Thread");
-    } catch (...) {
-        // A log that fails is no reason to lose the worker.
-    }
-}
 
 } // namespace
 
@@ -143,7 +134,7 @@ void Worker::run_job() noexcept {
         else
             thread_->threadMain();
     } catch (const Exception& failure) {
-        log_failure(failure);
+        log_failure(failure, u"Thread");
     } catch (...) {
         // Nobody waits for what is no exception of ours.
     }

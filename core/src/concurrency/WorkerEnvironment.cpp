@@ -2,6 +2,7 @@
 
 #include <core/component/Exception.h>
 #include <core/component/TechLog.h>
+#include <core/component/Utf8.h>
 
 #include <cstddef>
 #include <cstdio>
@@ -48,6 +49,12 @@ private:
 const WorkerEnvironment kSystemEnvironment = {&monotonic_milliseconds, &pthread_create,
                                               &end_program};
 
+void log_failure(const Exception& failure, const char16_t* where) noexcept {
+    try {
+        write_exception_to_techlog(failure, where);
+    } catch (...) {}
+}
+
 pthread_t create_system_thread(const WorkerEnvironment& environment, int detachState,
                                ThreadRoutine routine, void* argument) {
     pthread_t thread = {};
@@ -57,7 +64,7 @@ pthread_t create_system_thread(const WorkerEnvironment& environment, int detachS
     if (error != 0) {
         const std::string words = std::generic_category().message(error);
         std::fprintf(stderr, "orbcore: cannot create a thread: %s\n", words.c_str());
-        write_exception_to_techlog(Exception({words.begin(), words.end()}), u"Create thread error");
+        log_failure(Exception(from_utf8(words)), u"Create thread error");
         environment.terminate_process(0);
     }
     return thread;

@@ -8,6 +8,8 @@
 
 namespace core {
 
+class Exception;
+
 using ThreadRoutine = void* (*)(void* argument);
 
 struct WorkerEnvironment {
@@ -21,6 +23,9 @@ struct WorkerEnvironment {
 };
 
 extern const WorkerEnvironment kSystemEnvironment;
+
+// An entry in the technical log. What goes wrong with that goes no further.
+void log_failure(const Exception& failure, const char16_t* where) noexcept;
 
 // A thread with a stack of 1 MiB; `detachState` as for pthread_attr_setdetachstate. When the system
 // gives none, the failure goes to the technical log and the program ends: a job that was accepted

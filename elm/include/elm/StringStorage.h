@@ -116,13 +116,13 @@ public:
     /// std::bad_alloc.
     constexpr void _make_unique() {
         if constexpr (!kEager)
-            if (is_long() && block()->refs() != 1) move_to_block(block()->capacity());
+            if (is_long() && block()->refs() != 1) become_long(block()->capacity());
     }
 
     /// Room for `n` units in all, exactly. Nothing changes if there is room already: a shared
     /// block stays shared. Throws std::bad_alloc.
     constexpr void reserve(size_type n) {
-        if (n > capacity()) move_to_block(n);
+        if (n > capacity()) become_long(n);
     }
     /// Does nothing.
     constexpr void reserve() noexcept {}
@@ -146,13 +146,17 @@ public:
                 rep_.units[kInPlace] = static_cast<T>(room - n);
                 return gap;
             }
-        } else if (n <= block()->capacity() - long_size() && block()->refs() == 1) {
-            T* const gap = block()->units() + long_size();
+            return open_gap(kInPlace - room, 0, n);
+        }
+        Block* const own = block();
+        const size_type old = long_size();
+        if (n <= own->capacity() - old && own->refs() == 1) {
+            T* const gap = own->units() + old;
             gap[n] = T();
-            set_long_size(long_size() + n);
+            set_long_size(old + n);
             return gap;
         }
-        return open_gap(size(), 0, n);
+        return open_gap(old, 0, n);
     }
 
     /// The same for a gap in front of position `pos`, which is at most the size.
@@ -164,7 +168,7 @@ public:
 protected:
     /// A string of `n` units that the caller fills, at units(); the capacity is exact.
     constexpr explicit StringStorage(size_type n) : StringStorage() {
-        if (n > kInPlace) move_to_block(n);
+        if (n > kInPlace) become_long(n);
         set_size(n);
     }
 
@@ -188,6 +192,11 @@ private:
     static_assert(sizeof(Rep) == 12);
 
     static constexpr Rep empty_rep() noexcept { return StringStorage().rep_; }
+
+    constexpr void become_long(size_type capacity) {
+        move_to_block(capacity);
+        if (!is_long()) __builtin_unreachable(); // as in short_room
+    }
 
     constexpr UnsignedUnit marker() const noexcept {
         return static_cast<UnsignedUnit>(rep_.units[kInPlace]);

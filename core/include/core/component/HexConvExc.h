@@ -2,8 +2,10 @@
 // stored nor kept.
 #pragma once
 
+#include <core/platform/api.h>
+
 namespace core {
 
-class HexConvExc {};
+class ORBCORE_API HexConvExc {};
 
 } // namespace core

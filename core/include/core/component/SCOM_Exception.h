@@ -57,6 +57,6 @@ public:
 
 // A process object that is in one logical process was told to enter another. No part of the family:
 // it is neither stored nor kept.
-class ProcessInitException {};
+class ORBCORE_API ProcessInitException {};
 
 } // namespace core

@@ -7,8 +7,8 @@
 // Tasks run in the calling thread's logical process, in the order they came, on a few threads that
 // they share: leave no per-thread settings behind. Normally as many run at a time as there are
 // processors; when none of those gets on, because tasks wait for something, one more is started
-// each millisecond, so tasks may wait for each other. A task of its own costs half a microsecond;
-// for work that waits most of the time a thread of `create_thread` is the better choice.
+// each millisecond, so tasks may wait for each other. A task costs less than a microsecond; for
+// work that waits most of the time a thread of `create_thread` is the better choice.
 //
 // A process that ends waits for its tasks. On a thread that is in no process, and where the process
 // takes no more threads, the future fails with `core::ThreadException`, RejectedExecution.
