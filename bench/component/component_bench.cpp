@@ -201,9 +201,10 @@ BENCHMARK(reference_pair)->Name("reference_pair/orbcore");
 
 // libstdc++ drops the atomics of shared_ptr until a program has started its first thread.
 void shared_ptr_pair(benchmark::State& state) {
-    static std::thread parked([] {
+    static auto& parked = *new std::thread([] {
         for (;;) pause();
     });
+    benchmark::DoNotOptimize(parked);
     const auto object = std::make_shared<PlainSmall>();
     for (auto _ : state) {
         const std::shared_ptr<PlainSmall> copy = object;

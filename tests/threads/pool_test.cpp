@@ -9,7 +9,6 @@
 #include <core/component/Object.h>
 #include <core/component/TechLog.h>
 #include <core/component/Utf8.h>
-#include <core/component/Utf8.h>
 #include <core/concurrency/ThreadSet.h>
 
 #include <gmock/gmock.h>

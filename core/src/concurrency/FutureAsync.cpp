@@ -19,6 +19,7 @@
 #include <deque>
 #include <map>
 #include <mutex>
+#include <new>
 
 namespace core {
 namespace {
@@ -126,11 +127,20 @@ void Runner::work(Lock& lock) {
     --queue_.active;
 }
 
-// When the process takes no more threads, active runners still see to the tasks.
+// False when the process takes no more threads, or when there is no memory for one.
+bool try_start_runner(const ThreadSet& process, Queue& queue) {
+    try {
+        const InterfacePtr<Thread> runner(new Runner(process, queue), true);
+        runner->start();
+        return runner->state() != Thread::State::Terminated;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+// Where none can be started, active runners still see to the tasks.
 void start_runner(const ThreadSet& process, Queue& queue) {
-    const InterfacePtr<Thread> runner(new Runner(process, queue), true);
-    runner->start();
-    if (runner->state() != Thread::State::Terminated) return;
+    if (try_start_runner(process, queue)) return;
     std::deque<InterfacePtr<AsyncTask>> rejected;
     {
         const Lock lock(mutex);

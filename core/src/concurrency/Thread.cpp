@@ -99,20 +99,30 @@ bool Thread::enter(ThreadSet* set) {
     return true;
 }
 
-void Thread::doStart() {
+// Joins the set and hands the thread over; where that fails, nothing of the start is left but the
+// state of a thread that is over.
+template <class HandOver> void Thread::start_by(HandOver&& hand_over) {
     const std::lock_guard guard(lock_);
     if (state_ != State::New) return;
     Thread* const starter = current_thread();
-    if (enter(starter ? starter->threadSet() : nullptr))
-        thread_pool(poolType_)->schedule(current_process(), this);
+    if (!enter(starter ? starter->threadSet() : nullptr)) return;
+    try {
+        hand_over(*thread_pool(poolType_), current_process());
+    } catch (...) {
+        set_state(State::Terminated);
+        leave();
+        throw;
+    }
+}
+
+void Thread::doStart() {
+    start_by([this](IThreadPool& pool, SCOM_Process* process) { pool.schedule(process, this); });
 }
 
 void Thread::doStartTimer() {
-    const std::lock_guard guard(lock_);
-    if (state_ != State::New) return;
-    Thread* const starter = current_thread();
-    if (enter(starter ? starter->threadSet() : nullptr))
-        timer_ = thread_pool(poolType_)->scheduleTimer(current_process(), this);
+    start_by([this](IThreadPool& pool, SCOM_Process* process) {
+        timer_ = pool.scheduleTimer(process, this);
+    });
 }
 
 void Thread::leave() {
@@ -174,7 +184,12 @@ void Thread::timerMainEnd() {
 }
 
 void Thread::stopTimer() {
-    ThreadTimer* const timer = timer_.exchange(nullptr);
+    ThreadTimer* timer;
+    {
+        // Called by the very first tick, it waits until the start has stored the timer.
+        const std::lock_guard guard(lock_);
+        timer = timer_.exchange(nullptr);
+    }
     if (!timer) return;
     thread_pool(poolType_)->cancelTimer(timer, this);
     timer->Release();

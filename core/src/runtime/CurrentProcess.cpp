@@ -33,7 +33,7 @@ std::vector<RegisteredClass> registered_classes() {
 }
 
 stdx::ustring get_lib_file_name(const char* name) {
-    return from_utf8(name) + u".so";
+    return from_utf8(name ? name : "") + u".so";
 }
 
 } // namespace core

@@ -2,8 +2,9 @@
 // of times that it was asked for. One table for all logical processes.
 #pragma once
 
+#include <core/concurrency/Mutex.h>
+
 #include <map>
-#include <mutex>
 #include <string>
 
 namespace core {
@@ -24,7 +25,7 @@ private:
         unsigned count;
     };
 
-    std::mutex mutex_;                         // held through opening and closing
+    Mutex mutex_; // held through opening and closing; a library may open others while it starts
     std::map<std::string, Library> libraries_; // by name in lower case
 };
 

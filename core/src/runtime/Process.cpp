@@ -60,10 +60,7 @@ void Process::init(SCOM_ProcessData* joined) {
     initThread_ = pthread_self();
     current_pair = {this, process()};
     set_thread_set(this);
-    if (!isNew) {
-        accept_threads();
-        return;
-    }
+    if (!isNew) return;
     try {
         start_up();
         accept_threads();

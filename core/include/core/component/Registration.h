@@ -1,7 +1,7 @@
 // The registration templates: exactly one of them is a base of each class of the component model
 // and says how its objects come about. A complete class:
 //
-//   class Counter final
+//   class Counter
 //       : public core::ObjectRoot
 //       , public core::SCOM_Class<Counter, &CLSID_Counter>
 //       , public ICounter {
@@ -19,7 +19,7 @@
 //   static constexpr bool kAggregatable = true;           it can be part of an outer object
 //   static constexpr auto categories = core::categories(&CATID_A, &CATID_B);
 //   static void _ClassMain(bool start);                   called once by CoreInit
-// A class that is the implementation of an object, not the object itself, is not `final`.
+// It is not `final`: the object is made of it by a wrapper (see Object.h).
 #pragma once
 
 #include <core/component/IUnknown.h>

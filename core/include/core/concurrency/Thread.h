@@ -177,6 +177,7 @@ private:
     };
     struct CenturyBox;
 
+    template <class HandOver> void start_by(HandOver&& hand_over);
     void run_with_hook();
 
     std::atomic<State> state_ = State::New;

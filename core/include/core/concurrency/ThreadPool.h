@@ -7,6 +7,9 @@
 
 #include <core/concurrency/Thread.h>
 
+#include <algorithm>
+#include <limits>
+
 namespace core {
 
 // Ends a timer when it is raised.
@@ -15,7 +18,8 @@ public:
     void cancel() { end_.raise(); }
     // False when `milliseconds` have passed and the timer goes on.
     bool wait_for_cancel(unsigned int milliseconds) {
-        return end_.wait(static_cast<int>(milliseconds));
+        constexpr unsigned int kLongest = std::numeric_limits<int>::max();
+        return end_.wait(static_cast<int>(std::min(milliseconds, kLongest)));
     }
 
 private:
