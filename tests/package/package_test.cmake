@@ -39,3 +39,8 @@ run("${prefix}/bin/orb" --version)
 if(NOT output MATCHES "orbcore [0-9]")
   message(FATAL_ERROR "the installed tool printed '${output}'")
 endif()
+
+execute_process(COMMAND "${prefix}/bin/orb" --lang ru component nope ERROR_VARIABLE complaint)
+if(NOT complaint MATCHES "^orb: Не удалось")
+  message(FATAL_ERROR "the installed tool does not find its messages: '${complaint}'")
+endif()

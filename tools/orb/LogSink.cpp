@@ -40,21 +40,36 @@ std::string utf8(std::u16string_view text) {
     return std::string(std::string_view(core::to_utf8(text)));
 }
 
-void write_text(std::ostream& out, const Fields& fields) {
+// A record: what every record has, then what its caller added.
+struct Record {
+    Fields fields;
+    Fields properties;
+};
+
+void write_text(std::ostream& out, const Record& record) {
     const char* separator = "";
-    for (const auto& [key, value] : fields) {
-        out << separator << key << '=' << value;
-        separator = " ";
-    }
+    for (const Fields* const part : {&record.fields, &record.properties})
+        for (const auto& [key, value] : *part) {
+            out << separator << key << '=' << value;
+            separator = " ";
+        }
 }
 
 void write_json(std::ostream& out, const Fields& fields) {
-    char separator = '{';
+    const char* separator = "";
     for (const auto& [key, value] : fields) {
         out << separator << Quoted{key} << ':' << Quoted{value};
-        separator = ',';
+        separator = ",";
     }
-    out << '}';
+}
+
+// The properties in an object of their own, since their keys may be those of the record.
+void write_json(std::ostream& out, const Record& record) {
+    out << '{';
+    write_json(out, record.fields);
+    out << ",\"properties\":{";
+    write_json(out, record.properties);
+    out << "}}";
 }
 
 // Made anew for each record, as loggers do it.
@@ -78,17 +93,18 @@ public:
         if (!isEnabled(level, component, className)) return;
         const auto* const row = std::find_if(std::begin(kLevels), std::end(kLevels),
                                              [&](const LevelName& r) { return r.level == level; });
-        Fields fields = {
-            {utf8(core::kSCOM_LoggerLevelProp), utf8(row->text)},
-            {utf8(core::kSCOM_LoggerThreadIdProp), std::to_string(core::Thread::getOSId())},
-            {utf8(core::kSCOM_LoggerComponentProp), component},
-            {utf8(core::kSCOM_LoggerClassProp), className}};
-        if (text && *text) fields.emplace_back("text", utf8(text));
-        for (unsigned i = 0; i != count; ++i)
-            fields.emplace_back(utf8(properties[i].first), utf8(properties[i].second));
+        Record record = {.fields = {{utf8(core::kSCOM_LoggerLevelProp), utf8(row->text)},
+                                    {utf8(core::kSCOM_LoggerThreadIdProp),
+                                     std::to_string(core::Thread::getOSId())},
+                                    {utf8(core::kSCOM_LoggerComponentProp), component},
+                                    {utf8(core::kSCOM_LoggerClassProp), className}},
+                         .properties = {}};
+        if (text && *text) record.fields.emplace_back("text", utf8(text));
         if (exception)
-            fields.emplace_back("exception", utf8(exception->exception()->description()));
-        write(fields);
+            record.fields.emplace_back("exception", utf8(exception->exception()->description()));
+        for (unsigned i = 0; i != count; ++i)
+            record.properties.emplace_back(utf8(properties[i].first), utf8(properties[i].second));
+        write(record);
     }
 
     // Nothing waits here, so there is nothing to hold on to.
@@ -103,12 +119,12 @@ public:
 
 private:
     // In one call, so that records of several threads do not mix.
-    static void write(const Fields& fields) {
+    static void write(const Record& record) {
         std::ostringstream line;
         if (settings.json)
-            write_json(line, fields);
+            write_json(line, record);
         else
-            write_text(line, fields);
+            write_text(line, record);
         line << '\n';
         const std::string bytes = line.str();
         [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, bytes.data(), bytes.size());
