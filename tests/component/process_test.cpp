@@ -268,6 +268,7 @@ TEST_F(Process, IsOfTheVersionOfItsFirstModule) {
     const InterfacePtr<core::SCOM_ClassRegistrar> registrar(static_cast<IUnknown*>(&process()));
     core::SCOM_Module same("same", version.c_str());
     EXPECT_NO_THROW(same.registerAll(&process(), registrar.get()));
+    same.cleanup();
     const struct {
         const char* version;
         const char16_t* named;
