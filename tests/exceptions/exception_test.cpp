@@ -1,6 +1,7 @@
 #include <core/component/ApplicationException.h>
 #include <core/component/CancelOperationException.h>
 #include <core/component/CommandLineException.h>
+#include <core/component/DataExceptions.h>
 #include <core/component/IllegalArgumentException.h>
 #include <core/component/IllegalStateException.h>
 #include <core/component/InteractiveSecurityException.h>
@@ -110,6 +111,13 @@ TEST_F(ExceptionFamily, DescribesItselfAndComesBackWithItsClass) {
     check(CancelOperationException(), "");
     check(CommandLineException(u"--x"), "The option \"--x\" is unknown or was used wrongly.");
     check(CommandLineException(), "The option \"\" is unknown or was used wrongly.");
+    check(ComparatorException(u"a date and a number"), "a date and a number");
+    check(DataSourceException(u"no rows"), "no rows");
+    check(EDBException(u"no connection"), "no connection");
+    check(PivotSourceException(), "");
+    check(PivotSourceException(PivotSourceException::Error::DataSource),
+          "The data source of the pivot report failed.");
+    check(ProfileSrcException(u"no profile"), "no profile");
     check(IllegalArgumentException(), "Illegal argument");
     check(IllegalArgumentException("c", 7, u"f", u"d"), "Illegal argument\nd\n[c - f (7)]");
     check(IllegalStateException("c", 7, u"f"),
@@ -144,6 +152,8 @@ TEST_F(ExceptionFamily, AddedFieldsSurviveTheTwin) {
               SCOM_Exception::Reason::ComponentLoad);
     EXPECT_EQ(thrown_again(ThreadException(ThreadException::Error::Timeout)).error(),
               ThreadException::Error::Timeout);
+    EXPECT_EQ(thrown_again(PivotSourceException(PivotSourceException::Error::DataSource)).error(),
+              PivotSourceException::Error::DataSource);
     const auto version = thrown_again(VersionException(u"", "a module with a name", u"version"));
     EXPECT_EQ(version.module(), "a module with a name"_s);
     EXPECT_EQ(version.version(), u"version"_us);

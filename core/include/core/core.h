@@ -9,6 +9,7 @@
 #include <core/component/ClassFactory.h>
 #include <core/component/CommandLineException.h>
 #include <core/component/Creator.h>
+#include <core/component/DataExceptions.h>
 #include <core/component/DeferredException.h>
 #include <core/component/DestructorException.h>
 #include <core/component/EventService.h>

@@ -22,7 +22,7 @@ public:
     virtual ~ComponentContainer();
 
     // The table of all classes of the process; null once the components have ended.
-    SCOM_ClassRegistrarImpl* classes() const noexcept { return classes_.get(); }
+    SCOM_Object<SCOM_ClassRegistrarImpl>* classes() const noexcept { return classes_.get(); }
 
     // Throws `core::SCOM_Exception`.
     void* load(const std::string& name);

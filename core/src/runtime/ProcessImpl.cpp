@@ -78,8 +78,7 @@ bool SCOM_ProcessImpl::hasClass(const _GUID& clsid) {
 }
 
 bool SCOM_ProcessImpl::createObject(const _GUID& clsid, const _GUID& iid, void** out) {
-    if (SCOM_ClassRegistrarImpl* const own = classes(); own && own->createObject(clsid, iid, out))
-        return true;
+    if (auto* const own = classes(); own && own->createObject(clsid, iid, out)) return true;
     SCOM_ClassBundle* const bundle = getThreadClassBundle();
     return bundle && bundle->createObject(clsid, iid, out);
 }

@@ -120,7 +120,10 @@ private:
     };
     class ClassBundleHolder;
 
-    SCOM_ClassRegistrarImpl* classes() const noexcept { return components_->classes(); }
+    // By its final class, which spares the virtual call on the way of every creation.
+    SCOM_Object<SCOM_ClassRegistrarImpl>* classes() const noexcept {
+        return components_->classes();
+    }
     ClassBundleHolder* thread_slot();
 
     std::atomic<bool> terminated_ = false;
