@@ -15,29 +15,29 @@
 
 namespace elm {
 
-/// A block with a reference count. All functions but `units` for writing may be called from any
-/// thread that holds a reference.
+// A block with a reference count. All functions but `units` for writing may be called from any
+// thread that holds a reference.
 template <class T> class RC_NativeString {
 public:
-    /// A block with count 1 and unset units. Throws std::bad_alloc.
+    // A block with count 1 and unset units. Throws std::bad_alloc.
     template <class Allocator>
     static RC_NativeString* create(const Allocator& alloc, std::uint32_t capacity) {
         return ::new (alloc.allocate_bytes(bytes(capacity))) RC_NativeString(capacity);
     }
 
-    /// Takes one more reference. Who calls holds one already, so nothing needs to be ordered.
+    // Takes one more reference. Who calls holds one already, so nothing needs to be ordered.
     void acquire() noexcept { count_.fetch_add(1, std::memory_order_relaxed); }
 
-    /// Gives up one reference, and frees the block with the last one. Whoever finds count 1 is the
-    /// only owner, and nobody else can take a reference: the subtraction may be spared. Acquire
-    /// makes the reads of former owners, who let go with release, come before the freeing.
+    // Gives up one reference, and frees the block with the last one. Whoever finds count 1 is the
+    // only owner, and nobody else can take a reference: the subtraction may be spared. Acquire
+    // makes the reads of former owners, who let go with release, come before the freeing.
     template <class Allocator> void release(const Allocator& alloc) noexcept {
         if (refs() == 1 || count_.fetch_sub(1, std::memory_order_acq_rel) == 1)
             alloc.deallocate_bytes(this, bytes(capacity_));
     }
 
-    /// The count. When it is 1 the caller may write: acquire pairs with the release of the owners
-    /// that read these units before.
+    // The count. When it is 1 the caller may write: acquire pairs with the release of the owners
+    // that read these units before.
     std::uint32_t refs() const noexcept { return count_.load(std::memory_order_acquire); }
 
     std::uint32_t capacity() const noexcept { return capacity_; }
@@ -54,10 +54,10 @@ private:
     std::uint32_t capacity_;
 };
 
-/// A block of one owner.
+// A block of one owner.
 template <class T> class NativeString {
 public:
-    /// A block with unset units. Throws std::bad_alloc.
+    // A block with unset units. Throws std::bad_alloc.
     template <class Allocator>
     static NativeString* create(const Allocator& alloc, std::uint32_t capacity) {
         return ::new (alloc.allocate_bytes(bytes(capacity))) NativeString(capacity);

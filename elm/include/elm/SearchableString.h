@@ -11,16 +11,16 @@
 
 namespace elm {
 
-/// Equality and search over a StringStorage. Nothing here throws or changes the string. Places are
-/// counted in units; what is not found is at `npos`.
+// Equality and search over a StringStorage. Nothing here throws or changes the string. Places are
+// counted in units; what is not found is at `npos`.
 template <class T, unsigned E, template <class> class Alloc>
 class ORB_ELM_API SearchableString : public StringStorage<T, E, Alloc> {
     using Storage = StringStorage<T, E, Alloc>;
 
 public:
     using size_type = unsigned int;
-    /// How units of any origin are handed in: strings of this family and of the standard library,
-    /// C strings and views all convert to it.
+    // How units of any origin are handed in: strings of this family and of the standard library,
+    // C strings and views all convert to it.
     using view_type = std::basic_string_view<T>;
 
     static constexpr size_type npos = static_cast<size_type>(-1);
@@ -28,11 +28,11 @@ public:
     using Storage::size;
     using Storage::Storage;
 
-    /// The units, valid while the string is neither changed nor destroyed.
+    // The units, valid while the string is neither changed nor destroyed.
     constexpr view_type view() const noexcept { return {Storage::data(), size()}; }
     constexpr operator view_type() const noexcept { return view(); }
 
-    /// True if length and all units agree.
+    // True if length and all units agree.
     constexpr bool equal(const T* p, size_type n) const noexcept {
         return detail::equal(view(), view_type(p, n));
     }
@@ -55,7 +55,7 @@ public:
     bool contains(view_type s) const noexcept { return find(s) != npos; }
     bool contains(T c) const noexcept { return find(c) != npos; }
 
-    /// The first place at `pos` or behind. An empty needle is found at `pos` up to the size.
+    // The first place at `pos` or behind. An empty needle is found at `pos` up to the size.
     size_type find(view_type s, size_type pos = 0) const noexcept {
         if (pos > size()) return npos;
         const view_type in = from(pos);
@@ -69,7 +69,7 @@ public:
         return place(detail::find_unit(in.data(), in.size(), c));
     }
 
-    /// The last place that begins at `pos` or before.
+    // The last place that begins at `pos` or before.
     size_type rfind(view_type s, size_type pos = npos) const noexcept {
         if (s.size() > size()) return npos;
         const std::size_t last = std::min<std::size_t>(pos, size() - s.size());
@@ -84,7 +84,7 @@ public:
         return place(detail::rfind_unit(in.data(), in.size(), c));
     }
 
-    /// The first unit at `pos` or behind that is one of the set.
+    // The first unit at `pos` or behind that is one of the set.
     size_type find_first_of(view_type set, size_type pos = 0) const noexcept {
         return first_of(set, pos, detail::Membership::In);
     }
@@ -93,7 +93,7 @@ public:
     }
     size_type find_first_of(T c, size_type pos = 0) const noexcept { return find(c, pos); }
 
-    /// The first unit at `pos` or behind that is none of the set.
+    // The first unit at `pos` or behind that is none of the set.
     size_type find_first_not_of(view_type set, size_type pos = 0) const noexcept {
         return first_of(set, pos, detail::Membership::NotIn);
     }
@@ -104,7 +104,7 @@ public:
         return find_first_not_of(view_type(&c, 1), pos);
     }
 
-    /// The last unit at `pos` or before that is one of the set.
+    // The last unit at `pos` or before that is one of the set.
     size_type find_last_of(view_type set, size_type pos = npos) const noexcept {
         return last_of(set, pos, detail::Membership::In);
     }
@@ -113,7 +113,7 @@ public:
     }
     size_type find_last_of(T c, size_type pos = npos) const noexcept { return rfind(c, pos); }
 
-    /// The last unit at `pos` or before that is none of the set.
+    // The last unit at `pos` or before that is none of the set.
     size_type find_last_not_of(view_type set, size_type pos = npos) const noexcept {
         return last_of(set, pos, detail::Membership::NotIn);
     }

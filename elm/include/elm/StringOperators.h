@@ -24,7 +24,7 @@ inline constexpr bool kIsString<BasicString<T, A, E, Alloc>> = true;
 template <class S>
 concept AnyString = kIsString<std::remove_cvref_t<S>>;
 
-/// What can stand beside a string of `T` in a concatenation: text or one unit.
+// What can stand beside a string of `T` in a concatenation: text or one unit.
 template <class X, class T>
 concept OperandFor = std::same_as<X, T> || std::convertible_to<const X&, std::basic_string_view<T>>;
 
@@ -46,8 +46,8 @@ template <class S> S concatenated(typename S::view_type a, typename S::view_type
 
 } // namespace detail
 
-/// String + string, view, C string or unit: a new string of exact capacity; a string that is about
-/// to end is continued instead.
+// String + string, view, C string or unit: a new string of exact capacity; a string that is about
+// to end is continued instead.
 template <detail::AnyString S, detail::OperandFor<typename std::remove_cvref_t<S>::value_type> X>
 std::remove_cvref_t<S> operator+(S&& left, const X& right) {
     using String = std::remove_cvref_t<S>;
@@ -58,7 +58,7 @@ std::remove_cvref_t<S> operator+(S&& left, const X& right) {
         return detail::concatenated<String>(left, text);
 }
 
-/// View, C string or unit + string, alike.
+// View, C string or unit + string, alike.
 template <class X, detail::AnyString S>
 requires(!detail::AnyString<X> &&
          detail::OperandFor<X, typename std::remove_cvref_t<S>::value_type>) std::remove_cvref_t<S>
@@ -71,7 +71,7 @@ operator+(const X& left, S&& right) {
         return detail::concatenated<String>(text, right);
 }
 
-/// Removes every unit for which `is_unwanted` holds, and gives their number.
+// Removes every unit for which `is_unwanted` holds, and gives their number.
 template <class T, unsigned A, unsigned E, template <class> class Alloc, class Predicate>
 unsigned int erase_if(BasicString<T, A, E, Alloc>& s, Predicate is_unwanted) {
     const auto kept = std::remove_if(s.begin(), s.end(), is_unwanted);
@@ -85,7 +85,7 @@ unsigned int erase(BasicString<T, A, E, Alloc>& s, const U& unwanted) {
     return erase_if(s, [&](T c) { return c == unwanted; });
 }
 
-/// Writes narrow text as the stream writes a std::string_view.
+// Writes narrow text as the stream writes a std::string_view.
 template <unsigned A, unsigned E, template <class> class Alloc, class Traits>
 std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& out,
                                              const BasicString<char, A, E, Alloc>& s) {
@@ -94,7 +94,7 @@ std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& o
 
 } // namespace elm
 
-/// The hash of the equal view, so that tables can be asked by view.
+// The hash of the equal view, so that tables can be asked by view.
 template <class T, unsigned A, unsigned E, template <class> class Alloc>
 struct std::hash<elm::BasicString<T, A, E, Alloc>> {
     using is_transparent = void;
@@ -105,9 +105,9 @@ struct std::hash<elm::BasicString<T, A, E, Alloc>> {
 
 namespace stdx {
 
-/// Text, in UTF-16 units.
+// Text, in UTF-16 units.
 using ustring = elm::BasicString<char16_t, 0u, 0u, std::allocator>;
-/// Bytes and narrow text.
+// Bytes and narrow text.
 using string = elm::BasicString<char, 0u, 0u, std::allocator>;
 
 inline namespace literals {

@@ -20,49 +20,49 @@
 
 namespace elm {
 
-/// The first place of the `m` bytes of the needle in the `n` bytes of the haystack, or null. An
-/// empty needle is found at the start.
+// The first place of the `m` bytes of the needle in the `n` bytes of the haystack, or null. An
+// empty needle is found at the start.
 ORB_ELM_API const void* memmem(const void* haystack, std::size_t n, const void* needle,
                                std::size_t m) noexcept;
 
-/// The last such place. An empty needle is found at the end.
+// The last such place. An empty needle is found at the end.
 ORB_ELM_API const void* rmemmem(const void* haystack, std::size_t n, const void* needle,
                                 std::size_t m) noexcept;
 
-/// The last byte that equals `byte` (as an unsigned char) among the `n` bytes, or null.
+// The last byte that equals `byte` (as an unsigned char) among the `n` bytes, or null.
 ORB_ELM_API const void* memrchr(const void* memory, int byte, std::size_t n) noexcept;
 
-/// memmem() on units, for `char`, `char16_t` and `wchar_t`.
+// memmem() on units, for `char`, `char16_t` and `wchar_t`.
 template <class T, template <class> class Traits>
 const T* findstr(const T* haystack, std::size_t n, const T* needle, std::size_t m) noexcept;
 
-/// rmemmem() on units.
+// rmemmem() on units.
 template <class T, template <class> class Traits>
 const T* rfindstr(const T* haystack, std::size_t n, const T* needle, std::size_t m) noexcept;
 
 namespace detail {
 
-/// The first unit that equals `unit`, or null.
+// The first unit that equals `unit`, or null.
 template <class T> const T* find_unit(const T* text, std::size_t n, T unit) noexcept;
 
-/// The last unit that equals `unit`, or null.
+// The last unit that equals `unit`, or null.
 template <class T> const T* rfind_unit(const T* text, std::size_t n, T unit) noexcept;
 
-/// What is looked for beside a set of units.
+// What is looked for beside a set of units.
 enum class Membership { In, NotIn };
 
-/// The first unit that is, or is not, one of the `m` units of the set; null if there is none.
+// The first unit that is, or is not, one of the `m` units of the set; null if there is none.
 template <class T>
 const T* find_of(const T* text, std::size_t n, const T* set, std::size_t m, Membership) noexcept;
 
-/// The last such unit.
+// The last such unit.
 template <class T>
 const T* rfind_of(const T* text, std::size_t n, const T* set, std::size_t m, Membership) noexcept;
 
-/// The sign of the comparison by std::char_traits<T>.
+// The sign of the comparison by std::char_traits<T>.
 template <class T> int compare_wide(const T* a, const T* b, std::size_t n) noexcept;
 
-/// The sign of the comparison unit by unit; then the shorter text comes first.
+// The sign of the comparison unit by unit; then the shorter text comes first.
 template <class T>
 constexpr int compare(std::basic_string_view<T> a, std::basic_string_view<T> b) noexcept {
     const std::size_t n = std::min(a.size(), b.size());

@@ -29,10 +29,10 @@
 
 namespace elm {
 
-/// The longest string there can be: what 31 bits count.
+// The longest string there can be: what 31 bits count.
 inline constexpr unsigned int kMaxSize = 0x7FFFFFFF;
 
-/// `n` as the size of a string, or std::bad_alloc if none can be that long.
+// `n` as the size of a string, or std::bad_alloc if none can be that long.
 constexpr unsigned int checked_size(std::size_t n) {
     if (n > kMaxSize) throw std::bad_alloc();
     return static_cast<unsigned int>(n);
@@ -40,9 +40,9 @@ constexpr unsigned int checked_size(std::size_t n) {
 
 static_assert(std::endian::native == std::endian::little && sizeof(void*) == 8);
 
-/// Owns the units of a string: copies, moves, grows and un-shares them. Objects can be moved by
-/// copying their bytes. A shared block makes copies safe to use from different threads; one object
-/// is for one thread at a time.
+// Owns the units of a string: copies, moves, grows and un-shares them. Objects can be moved by
+// copying their bytes. A shared block makes copies safe to use from different threads; one object
+// is for one thread at a time.
 template <class T, unsigned E, template <class> class Alloc> class ORB_ELM_API StringStorage {
     static constexpr bool kEager = E == 4294967295u;
     static_assert(kEager || E == 0u, "long strings are copied eagerly never or always");
@@ -53,13 +53,13 @@ template <class T, unsigned E, template <class> class Alloc> class ORB_ELM_API S
 public:
     using size_type = unsigned int;
 
-    /// The longest string that needs no block: 11, 5 or 2 units.
+    // The longest string that needs no block: 11, 5 or 2 units.
     static constexpr size_type kInPlace = 12 / sizeof(T) - 1;
 
     constexpr StringStorage() noexcept { rep_.units[kInPlace] = static_cast<T>(kInPlace); }
 
-    /// One atomic increment for a shared long string; a new block of the same capacity for an
-    /// eager one.
+    // One atomic increment for a shared long string; a new block of the same capacity for an
+    // eager one.
     constexpr StringStorage(const StringStorage& other) : rep_(other.rep_) {
         if (!is_long()) return;
         if constexpr (kEager)
@@ -68,7 +68,7 @@ public:
             block()->acquire();
     }
 
-    /// Leaves the source empty and short.
+    // Leaves the source empty and short.
     constexpr StringStorage(StringStorage&& other) noexcept : rep_(other.rep_) {
         other.rep_ = StringStorage::empty_rep();
     }
@@ -99,44 +99,44 @@ public:
     constexpr size_type capacity() const noexcept {
         return is_long() ? block()->capacity() : kInPlace;
     }
-    /// The units, with a zero unit behind them.
+    // The units, with a zero unit behind them.
     constexpr const T* data() const noexcept { return is_long() ? block()->units() : rep_.units; }
 
-    /// What a growing string of `n` units takes as its capacity: n * 3 / 2, modulo 2^32.
+    // What a growing string of `n` units takes as its capacity: n * 3 / 2, modulo 2^32.
     static constexpr size_type increase_capacity(size_type n) noexcept { return n * 3 / 2; }
 
-    /// The owners of the block: 0 for a short string.
+    // The owners of the block: 0 for a short string.
     size_type _get_refs() const noexcept { return is_long() ? block()->refs() : 0; }
-    /// True if a copy of a long string has units of its own.
+    // True if a copy of a long string has units of its own.
     static constexpr bool _long_is_eager() noexcept { return kEager; }
-    /// True if a copy of this very string has units of its own, as a short one always does.
+    // True if a copy of this very string has units of its own, as a short one always does.
     constexpr bool _is_eager() const noexcept { return kEager || !is_long(); }
 
-    /// Gives a string with a shared block a block of its own, of the same capacity. Throws
-    /// std::bad_alloc.
+    // Gives a string with a shared block a block of its own, of the same capacity. Throws
+    // std::bad_alloc.
     constexpr void _make_unique() {
         if constexpr (!kEager)
             if (is_long() && block()->refs() != 1) become_long(block()->capacity());
     }
 
-    /// Room for `n` units in all, exactly. Nothing changes if there is room already: a shared
-    /// block stays shared. Throws std::bad_alloc.
+    // Room for `n` units in all, exactly. Nothing changes if there is room already: a shared
+    // block stays shared. Throws std::bad_alloc.
     constexpr void reserve(size_type n) {
         if (n > capacity()) become_long(n);
     }
-    /// Does nothing.
+    // Does nothing.
     constexpr void reserve() noexcept {}
 
-    /// Sets the size: cuts, or adds units that are unset and that the caller fills. Grows to
-    /// exactly `n`.
+    // Sets the size: cuts, or adds units that are unset and that the caller fills. Grows to
+    // exactly `n`.
     constexpr void _resize_nofill(size_type n) {
         reserve(n);
         _make_unique();
         set_size(n);
     }
 
-    /// Adds `n` unset units at the end and gives the first of them for the caller to fill.
-    /// Grows by half, so that repeated calls take constant time on average. Throws std::bad_alloc.
+    // Adds `n` unset units at the end and gives the first of them for the caller to fill.
+    // Grows by half, so that repeated calls take constant time on average. Throws std::bad_alloc.
     constexpr T* _append(size_type n) {
         if (!is_long()) {
             const size_type room = short_room();
@@ -159,26 +159,26 @@ public:
         return open_gap(old, 0, n);
     }
 
-    /// The same for a gap in front of position `pos`, which is at most the size.
+    // The same for a gap in front of position `pos`, which is at most the size.
     T* _insert(size_type pos, size_type n) { return open_gap(pos, 0, n); }
 
-    /// Releases the block and returns to the short empty form.
+    // Releases the block and returns to the short empty form.
     constexpr void clear() noexcept { StringStorage().swap(*this); }
 
 protected:
-    /// A string of `n` units that the caller fills, at units(); the capacity is exact.
+    // A string of `n` units that the caller fills, at units(); the capacity is exact.
     constexpr explicit StringStorage(size_type n) : StringStorage() {
         if (n > kInPlace) become_long(n);
         set_size(n);
     }
 
-    /// The units for writing: only while nobody shares them.
+    // The units for writing: only while nobody shares them.
     constexpr T* units() noexcept { return is_long() ? block()->units() : rep_.units; }
 
-    /// Replaces `removed` units from `pos` by `added` unset ones and gives the first of those.
-    /// Works in place if the capacity allows it, otherwise in a block half as large again.
-    /// In a new block the first unset unit equals the one that was there: a terminator stays
-    /// readable when a string is appended to itself. Throws std::bad_alloc.
+    // Replaces `removed` units from `pos` by `added` unset ones and gives the first of those.
+    // Works in place if the capacity allows it, otherwise in a block half as large again.
+    // In a new block the first unset unit equals the one that was there: a terminator stays
+    // readable when a string is appended to itself. Throws std::bad_alloc.
     T* open_gap(size_type pos, size_type removed, size_type added);
 
     constexpr bool is_long() const noexcept { return marker() > 127; }
