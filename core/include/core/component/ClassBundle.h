@@ -1,9 +1,8 @@
 // Tables of classes: what they are asked (`SCOM_ClassBundle`), how they are written
 // (`SCOM_ClassRegistrar`), and how they are chained (`SCOM_ClassBundleHierarchy`).
 //
-//   auto bundle = core::create_SCOM_class_bundle(nullptr,
-//   core::ClassBundleSearchStrategy::OwnFirst); bundle->registerClass(CLSID_X, factory.get(),
-//   core::RegisterClass, "x");
+//   auto bundle = core::create_SCOM_class_bundle(nullptr, strategy);
+//   bundle->registerClass(CLSID_X, factory.get(), core::RegisterClass, "x");
 //
 // Tables are read without locks. They are written while a process starts and while a component is
 // loaded; whoever loads sees to it that no other thread uses the classes concerned.
