@@ -1,6 +1,7 @@
 // Interface maps: which interfaces an object answers to, made from one line of the class.
 //
-//   static const InterfaceEntry* _GetEntries() { return interface_map<Counter, ICounter, INamed>();
+//   static const InterfaceEntry* _GetEntries() {
+//       return interface_map<Counter, ICounter, INamed>();
 //   }
 //
 // The first interface is the object's `IUnknown`. Besides plain interfaces a line may hold
