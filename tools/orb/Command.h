@@ -41,5 +41,7 @@ struct Command {
 int list_classes(const Arguments& arguments);
 int create_new(const Arguments& arguments);
 int inspect_component(const Arguments& arguments);
+int text_command(const Arguments& arguments);
+int color_command(const Arguments& arguments);
 
 } // namespace orb

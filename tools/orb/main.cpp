@@ -21,10 +21,12 @@ constexpr Command kCommands[] = {
     {"classes", "", "list the registered classes", list_classes},
     {"new", "NAME|GUID", "create an object and tell what it answers to", create_new},
     {"component", "NAME", "load a component library and show what it brings", inspect_component},
+    {"text", "VERB ...", "search and convert text; `orb text help` lists the verbs", text_command},
+    {"color", "VERB ...", "calculate with colors; `orb color help` lists the verbs", color_command},
 };
 
 void print_help(std::ostream& out) {
-    out << "orb - looks into the classes of the orbcore library\n\n"
+    out << "orb - shows the orbcore library from a shell\n\n"
            "usage: orb [OPTION]... COMMAND [ARGUMENT]...\n\ncommands:\n";
     for (const Command& command : kCommands) {
         const std::string call = std::string(command.verb) + ' ' + std::string(command.arguments);
@@ -39,7 +41,8 @@ void print_help(std::ostream& out) {
            "                        warning, error\n"
            "  --help                print this and end\n"
            "  --version             print the versions of the library and of ICU and end\n"
-           "\nexit status: 0 done, 1 the request failed, 2 the command line is wrong\n";
+           "\nexit status: 0 done, 1 nothing found or the request failed, "
+           "2 the command line is wrong\n";
 }
 
 // ICU and the rules of time zones are the system's, so they have versions of their own.
