@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -18,12 +19,15 @@ std::u16string wide(std::string_view text) {
     return {text.begin(), text.end()};
 }
 
-// The C library's text, in the locale "C".
+// The C library's text, in the locale "C" whatever the program's is.
 template <class... Arguments>
 std::string c_text(const std::string& format, Arguments... arguments) {
-    std::string text(
-        static_cast<std::size_t>(std::snprintf(nullptr, 0, format.c_str(), arguments...)), '\0');
+    static const locale_t kPlain = newlocale(LC_ALL_MASK, "C", nullptr);
+    const locale_t before = uselocale(kPlain);
+    const int size = std::snprintf(nullptr, 0, format.c_str(), arguments...);
+    std::string text(static_cast<std::size_t>(size), '\0');
     std::snprintf(text.data(), text.size() + 1, format.c_str(), arguments...);
+    uselocale(before);
     return text;
 }
 

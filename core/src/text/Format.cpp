@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <clocale>
 #include <cmath>
 #include <limits>
 
@@ -121,9 +122,32 @@ void to_upper_ascii(char* begin, char* end) {
     core::to_upper(begin, end, begin);
 }
 
+// While it lives, the thread is in the locale "C". libstdc++ prints a long double by the C library
+// and leaves some forms with the decimal point of the locale.
+class PlainLocale {
+public:
+    PlainLocale() : before_(uselocale(plain())) {}
+    ~PlainLocale() { uselocale(before_); }
+    PlainLocale(const PlainLocale&) = delete;
+    PlainLocale& operator=(const PlainLocale&) = delete;
+
+private:
+    static locale_t plain() {
+        static const locale_t locale = newlocale(LC_ALL_MASK, "C", nullptr);
+        return locale;
+    }
+
+    locale_t before_;
+};
+
+struct AnyLocale {};
+
 template <class Number> class RealText {
 public:
     RealText(const Directive& d, Number value) : value_(value) {
+        [[maybe_unused]] const std::conditional_t<std::is_same_v<Number, long double>, PlainLocale,
+                                                  AnyLocale>
+            locale{};
         const int precision = d.precision < 0 ? 6 : std::min(d.precision, kMaxField);
         switch (d.conversion | 0x20) {
         case 'e':
