@@ -65,7 +65,7 @@ TEST(Base64, EncodesAndDecodesEveryLength) {
 TEST(Base64, BreaksLinesOfEveryLength) {
     std::mt19937 random(5);
     for (unsigned lineLength = 1; lineLength <= 300; ++lineLength) {
-        for (const std::size_t n : {0, 1, 48, 225, 768, 769, 2000}) {
+        for (const std::size_t n : {0u, 1u, 48u, 225u, 768u, 769u, 2000u}) {
             const std::string data = random_bytes(random, n);
             const stdx::ustring text = encode_base64(data, lineLength);
             ASSERT_EQ(text, plain_base64(data, lineLength, false, true)) << lineLength;
