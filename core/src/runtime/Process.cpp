@@ -57,7 +57,6 @@ void Process::init(SCOM_ProcessData* joined) {
         set_data({joined, true});
 
     formerPairs_.push_back({current_pair.thread, current_pair.process});
-    initThread_ = pthread_self();
     current_pair = {this, process()};
     set_thread_set(this);
     if (!isNew) return;

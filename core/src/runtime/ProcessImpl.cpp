@@ -242,10 +242,11 @@ bool SCOM_ProcessImpl::unbindService(const _GUID& clsid) {
         suppressedServices_.insert(clsid);
         return false;
     }
-    const _GUID iid = std::exchange(service->second.boundInterface, kUUIDNull);
+    const _GUID iid = service->second.boundInterface;
     if (iid == kUUIDNull) return true;
     const auto bound = services_.find(iid);
     if (bound == services_.end()) return false;
+    service->second.boundInterface = kUUIDNull;
     const ServiceRecord record = bound->second;
     record.interface_->Release();
     services_.erase(iid);

@@ -64,7 +64,6 @@ private:
 
     SCOM_Module* module_ = nullptr;
     std::vector<Pair> formerPairs_; // what `init` replaced
-    pthread_t initThread_ = {};
 };
 
 // A thread of a pool that is a process object of its own within an existing logical process: it is
