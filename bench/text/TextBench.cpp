@@ -1,7 +1,5 @@
 // Functions on text beside their peers. What should hold: case and comparison without case take a
-// tenth of QString's time, base64 less than half of a table-driven decoder's, and numbers no more
-// than snprintf's.
-#include <core/text/Base64.h>
+// tenth of QString's time, and numbers take no more than snprintf's.
 #include <core/text/Characters.h>
 #include <core/text/Compare.h>
 #include <core/text/Format.h>
@@ -10,19 +8,14 @@
 
 #include <benchmark/benchmark.h>
 
-#include <array>
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
 #ifdef ORBCORE_PEER_QT
-#include <QByteArray>
 #include <QHash>
 #include <QString>
-#endif
-#ifdef ORBCORE_PEER_GLIB
-#include <glib.h>
 #endif
 #ifdef ORBCORE_PEER_ICU
 #include <unicode/locid.h>
@@ -70,48 +63,6 @@ std::u16string capitals(const std::u16string& text) {
     std::u16string upper = text;
     core::to_upper(text.data(), text.data() + text.size(), upper.data());
     return upper;
-}
-
-// The table-driven forms.
-std::string table_encode(const std::string& data) {
-    static constexpr char kAlphabet[] =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text((data.size() + 2) / 3 * 4, '=');
-    char* to = text.data();
-    const auto at = [&](std::size_t i) -> unsigned {
-        return i < data.size() ? static_cast<unsigned char>(data[i]) : 0;
-    };
-    for (std::size_t i = 0; i < data.size(); i += 3) {
-        const unsigned group = at(i) << 16 | at(i + 1) << 8 | at(i + 2);
-        for (unsigned k = 0; k < 4; ++k) *to++ = kAlphabet[group >> (18 - 6 * k) & 63];
-    }
-    return text;
-}
-
-std::string table_decode(const std::string& text) {
-    static const auto kValues = [] {
-        std::array<signed char, 256> values;
-        values.fill(-1);
-        for (int i = 0; i < 26; ++i) {
-            values[static_cast<std::size_t>('A' + i)] = static_cast<signed char>(i);
-            values[static_cast<std::size_t>('a' + i)] = static_cast<signed char>(26 + i);
-        }
-        for (int i = 0; i < 10; ++i)
-            values[static_cast<std::size_t>('0' + i)] = static_cast<signed char>(52 + i);
-        values['+'] = 62;
-        values['/'] = 63;
-        return values;
-    }();
-    std::string data(text.size() / 4 * 3, '\0');
-    char* to = data.data();
-    for (std::size_t i = 0; i + 4 <= text.size(); i += 4) {
-        int group = 0;
-        for (std::size_t k = 0; k < 4; ++k)
-            group = group << 6 | kValues[static_cast<unsigned char>(text[i + k])];
-        if (group < 0) break;
-        for (int k = 16; k >= 0; k -= 8) *to++ = static_cast<char>(group >> k);
-    }
-    return data;
 }
 
 void register_case() {
@@ -162,53 +113,6 @@ void register_case() {
     bench("hash_nocase/QString", [](benchmark::State& state) {
         const QString text = make(mixed_text(size_of(state)));
         run(state, size_of(state) * 2, [&] { return qHash(text.toCaseFolded()); });
-    });
-#endif
-}
-
-void register_base64() {
-    bench("encode_base64/orbcore", [](benchmark::State& state) {
-        const std::string data = some_bytes(size_of(state));
-        run(state, data.size(), [&] { return core::encode_base64(data); });
-    });
-    bench("encode_base64/table", [](benchmark::State& state) {
-        const std::string data = some_bytes(size_of(state));
-        run(state, data.size(), [&] { return table_encode(data); });
-    });
-    bench("decode_base64/orbcore", [](benchmark::State& state) {
-        const stdx::ustring text = core::encode_base64(some_bytes(size_of(state)));
-        stdx::string data;
-        run(state, size_of(state), [&] { return core::decode_base64(text, data); });
-    });
-    bench("decode_base64_lines/orbcore", [](benchmark::State& state) {
-        const stdx::ustring text = core::encode_base64(some_bytes(size_of(state)), 64);
-        stdx::string data;
-        run(state, size_of(state), [&] { return core::decode_base64(text, data); });
-    });
-    bench("decode_base64/table", [](benchmark::State& state) {
-        const std::string text = table_encode(some_bytes(size_of(state)));
-        run(state, size_of(state), [&] { return table_decode(text); });
-    });
-#ifdef ORBCORE_PEER_QT
-    bench("encode_base64/QByteArray", [](benchmark::State& state) {
-        const QByteArray data = QByteArray::fromStdString(some_bytes(size_of(state)));
-        run(state, size_of(state), [&] { return data.toBase64(); });
-    });
-    bench("decode_base64/QByteArray", [](benchmark::State& state) {
-        const auto text = QByteArray::fromStdString(table_encode(some_bytes(size_of(state))));
-        run(state, size_of(state), [&] { return QByteArray::fromBase64(text); });
-    });
-#endif
-#ifdef ORBCORE_PEER_GLIB
-    bench("encode_base64/glib", [](benchmark::State& state) {
-        const std::string data = some_bytes(size_of(state));
-        for (auto _ : state)
-            g_free(g_base64_encode(reinterpret_cast<const guchar*>(data.data()), data.size()));
-    });
-    bench("decode_base64/glib", [](benchmark::State& state) {
-        const std::string text = table_encode(some_bytes(size_of(state)));
-        gsize size = 0;
-        for (auto _ : state) g_free(g_base64_decode(text.c_str(), &size));
     });
 #endif
 }
@@ -271,7 +175,6 @@ void register_numbers() {
     });
 }
 
-[[maybe_unused]] const bool kRegistered =
-    (register_case(), register_base64(), register_numbers(), true);
+[[maybe_unused]] const bool kRegistered = (register_case(), register_numbers(), true);
 
 } // namespace

@@ -172,18 +172,19 @@ TEST_P(LikeMaskBesideThePlainMatcher, AnswersAlike) {
     EXPECT_GT(yes, kMasks / 10) << "the mix hardly ever matches";
 }
 
-INSTANTIATE_TEST_SUITE_P(Mixes, LikeMaskBesideThePlainMatcher,
-                         testing::Values(Mix{"two letters", u"ab%%_", u"ab", 9, 12},
-                                         Mix{"sets", u"ab%%_[]^-[]", u"abc", 12, 9},
-                                         Mix{"everything", u"aАbБё%%%__[]^-\\\\", u"aAbБбЁ[]-\\%_",
-                                             10, 8},
-                                         Mix{"long texts", u"aab_%", u"aaab", 8, 300},
-                                         Mix{"many parts", u"ab%%%", u"aaab", 40, 60}),
-                         [](const auto& mix) {
-                             std::string name = mix.param.what;
-                             std::erase(name, ' ');
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Mixes, LikeMaskBesideThePlainMatcher,
+    testing::Values(Mix{"two letters", u"ab%%_", u"ab", 9, 12},
+                    Mix{"sets", u"ab%%_[]^-[]", u"abc", 12, 9},
+                    Mix{"everything", u"aАbБё%%%__[]^-\\\\", u"aAbБбЁ[]-\\%_", 10, 8},
+                    Mix{"other alphabets", u"aσςёµı%_", u"aAσΣςёЁµΜıIi", 4, 30},
+                    Mix{"long texts", u"aab_%", u"aaab", 8, 300},
+                    Mix{"many parts", u"ab%%%", u"aaab", 40, 60}),
+    [](const auto& mix) {
+        std::string name = mix.param.what;
+        std::erase(name, ' ');
+        return name;
+    });
 
 // A stretch with sets is looked for by words of 64 positions.
 TEST(LikeMask, FindsStretchesOfAnyLength) {

@@ -4,6 +4,7 @@
 #include <core/text/Matcher.h>
 #include <core/text/RegexException.h>
 
+#include "support/MessageLanguage.h"
 #include "support/ProcessTest.h"
 
 namespace {
@@ -31,10 +32,11 @@ TEST_F(RegexExceptionTest, IsKeptByItsTwinWithAllItsFields) {
 }
 
 TEST_F(RegexExceptionTest, SpeaksTheLanguageOfMessages) {
-    const stdx::ustring english = RegexException(8, u"%s").description();
-    core::set_message_locale("ru");
-    const stdx::ustring russian = RegexException(8, u"%s").description();
-    core::set_message_locale("root");
+    const auto text_in = [](const char16_t* locale) {
+        const test::MessageLanguage language(locale);
+        return RegexException(8, u"%s").description();
+    };
+    const stdx::ustring english = text_in(u"en"), russian = text_in(u"ru");
     EXPECT_EQ(core::to_utf8(english),
               "Error U_INDEX_OUTOFBOUNDS_ERROR (0x8) in the regular expression \"%s\""_s);
     EXPECT_EQ(core::to_utf8(russian),

@@ -1,5 +1,6 @@
 // Case of sixteen bytes at a time: ASCII and the basic Cyrillic letters by vector. What lies
-// outside is left as it is and named by lane, for the caller to look up one by one.
+// outside is left as it is and named by lane, for the caller to look up one by one; without_case()
+// does that itself.
 #pragma once
 
 #include "Lanes.h"
@@ -38,6 +39,28 @@ template <Case C, class T> CaseBlock in_case(__m128i block) noexcept {
         units = kUp ? _mm_sub_epi16(block, distance) : _mm_add_epi16(block, distance);
     }
     return {units, lane_bits<T>(known) ^ kAllLanes};
+}
+
+// What two units of different case have in common. In UTF-16 by way of the capital: letters like
+// U+03C2 share their capital, not their small letter.
+inline char16_t without_case(char16_t c) noexcept {
+    return to_lower(to_upper(c));
+}
+inline char without_case(char c) noexcept {
+    return to_lower(c);
+}
+
+// Seldom needed, and out of line, so that the loops with vectors keep theirs in registers.
+template <class T> [[gnu::noinline]] __m128i without_case_one_by_one(__m128i block) noexcept {
+    T units[kLanes<T>];
+    store_block(units, block);
+    for (T& unit : units) unit = without_case(unit);
+    return load_block(units);
+}
+
+template <class T> __m128i without_case(__m128i block) noexcept {
+    const CaseBlock small = in_case<Case::Lower, T>(block);
+    return small.others == 0 ? small.units : without_case_one_by_one<T>(block);
 }
 
 } // namespace core

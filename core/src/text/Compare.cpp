@@ -9,15 +9,6 @@ namespace core {
 
 namespace {
 
-// What two units of different case have in common. In UTF-16 by way of the capital: letters like
-// U+03C2 share their capital, not their small letter.
-char16_t without_case(char16_t c) noexcept {
-    return to_lower(to_upper(c));
-}
-char without_case(char c) noexcept {
-    return to_lower(c);
-}
-
 int length_difference(std::size_t a, std::size_t b) noexcept {
     return static_cast<int>(a) - static_cast<int>(b);
 }
@@ -90,13 +81,8 @@ template <class T> std::uint32_t hash_on(std::uint32_t h, const T* s, std::size_
 template <class T> std::uint32_t hash_text_nocase(const T* s, const T* end) noexcept {
     std::uint32_t h = 0;
     for (; end - s >= kLanes<T>; s += kLanes<T>) {
-        const CaseBlock block = in_case<Case::Lower, T>(load_block(s));
         T units[kLanes<T>];
-        store_block(units, block.units);
-        for (unsigned others = block.others; others != 0;) {
-            T& unit = units[take_lane<T>(others)];
-            unit = without_case(unit);
-        }
+        store_block(units, without_case<T>(load_block(s)));
         h = hash_on(h, units, kLanes<T>);
     }
     for (; s != end; ++s) h = h * kFactor + code(without_case(*s));

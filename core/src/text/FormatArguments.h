@@ -12,6 +12,9 @@
 
 namespace core {
 
+// The widest field and the greatest precision: keeps what a hostile format can ask for in bounds.
+inline constexpr int kMaxField = 65'535;
+
 // The length of an argument, by the letters in front of the conversion.
 enum class Length { None, Short, Long, Large, Bits32, Bits64 };
 

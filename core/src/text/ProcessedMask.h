@@ -6,9 +6,10 @@
 #include <core/text/Characters.h>
 #include <core/text/LikeMask.h>
 
+#include "CaseBlock.h"
 #include "MaskParts.h"
 
-#include <cstring>
+#include <algorithm>
 #include <span>
 
 namespace core {
@@ -31,7 +32,7 @@ struct CaseRepresentor {
 };
 
 struct NoCaseRepresentor {
-    static char16_t of(char16_t c) noexcept { return to_lower(to_upper(c)); }
+    static char16_t of(char16_t c) noexcept { return without_case(c); }
     static char16_t capital(char16_t c) noexcept { return to_upper(c); }
     static constexpr Spelling kSpelling{&of, &capital};
 
@@ -40,15 +41,26 @@ struct NoCaseRepresentor {
     public:
         explicit Text(std::u16string_view text) : size_(text.size()) {
             if (size_ > std::size(small_)) large_.reset(new char16_t[size_]);
-            char16_t* const to = large_ ? large_.get() : small_;
-            to_upper(text.data(), text.data() + size_, to);
-            to_lower(to, to + size_, to);
+            write(text.data(), large_ ? large_.get() : small_);
         }
         std::u16string_view view() const noexcept {
             return {large_ ? large_.get() : small_, size_};
         }
 
     private:
+        void write(const char16_t* from, char16_t* to) const noexcept {
+            constexpr std::size_t kLanes = core::kLanes<char16_t>;
+            if (size_ < kLanes) {
+                std::transform(from, from + size_, to, of);
+                return;
+            }
+            const auto write_block = [=](std::size_t at) {
+                store_block(to + at, without_case<char16_t>(load_block(from + at)));
+            };
+            for (std::size_t i = 0; i + kLanes <= size_; i += kLanes) write_block(i);
+            write_block(size_ - kLanes); // the rest, with some of those before once more
+        }
+
         std::size_t size_;
         std::unique_ptr<char16_t[]> large_;
         char16_t small_[256];
@@ -96,8 +108,12 @@ private:
 
     // Whether a text fits the positions from `begin` on.
     bool fits(std::size_t begin, std::u16string_view text) const {
-        for (std::size_t i = 0; i < text.size(); ++i)
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            // The symbol of a literal stands for itself.
+            const char16_t symbol = positions_.symbols[begin + i];
+            if (symbol != 0 && text[i] == symbol) continue;
             if (!positions_.matches(begin + i, Representor::of(text[i]))) return false;
+        }
         return true;
     }
 

@@ -4,9 +4,10 @@
 //   stdx::string back;
 //   if (!core::decode_base64(text, back)) ...                 // broken off inside a group
 //
-// `Base64Encoder` and `Base64Decoder` take data in parts of any size; the functions are built on
-// them. Functions may be called from any thread, an encoder or decoder serves one thread at a time.
-// Text goes through the processor's vector unit, sixteen characters at a time.
+// Text is UTF-16 or 8-bit, both with the same meaning. `Base64Encoder` and `Base64Decoder` take data
+// in parts of any size; the functions are built on them. Functions may be called from any thread, an
+// encoder or decoder serves one thread at a time. Text goes through the processor's vector unit, up
+// to thirty-two characters at a time.
 #pragma once
 
 #include <core/platform/api.h>
@@ -22,6 +23,9 @@ namespace core {
 // many characters, but not at the very end. `urlAlphabet`: "-" and "_" instead of "+" and "/".
 ORBCORE_API stdx::ustring encode_base64(std::string_view data, unsigned lineLength = 0,
                                         bool urlAlphabet = false);
+// The same, replacing the string.
+ORBCORE_API void encode_base64(std::string_view data, stdx::string& text, unsigned lineLength = 0,
+                               bool urlAlphabet = false);
 
 // In the alphabet for URLs, without line breaks; `noPadding` leaves the "=" out.
 ORBCORE_API stdx::ustring encode_base64url(std::string_view data, bool noPadding = false);
@@ -32,10 +36,12 @@ ORBCORE_API stdx::ustring encode_base64url(std::string_view data, bool noPadding
 // "=" where none may stand.
 ORBCORE_API bool decode_base64(std::u16string_view text, stdx::string& data,
                                bool urlAlphabet = false);
+ORBCORE_API bool decode_base64(std::string_view text, stdx::string& data, bool urlAlphabet = false);
 
 // The bytes of the first `length` characters of a text in the alphabet for URLs. The last group
 // may lack its padding: two characters give one byte, three give two.
 ORBCORE_API bool decode_base64url(std::u16string_view text, unsigned length, stdx::string& data);
+ORBCORE_API bool decode_base64url(std::string_view text, unsigned length, stdx::string& data);
 
 // Makes text of bytes that come in parts.
 class ORBCORE_API Base64Encoder {
@@ -52,12 +58,18 @@ public:
     // Writes the text of `size` more bytes, but for the last one or two that make no group yet;
     // returns its end.
     char16_t* encode(const void* data, std::size_t size, char16_t* to) noexcept;
+    char* encode(const void* data, std::size_t size, char* to) noexcept;
 
     // Writes the rest and the padding; returns the end.
     char16_t* finish(char16_t* to) noexcept;
+    char* finish(char* to) noexcept;
 
 private:
-    char16_t* put(const char* characters, std::size_t n, char16_t* to) noexcept;
+    template <class Unit> Unit* put(const Unit* characters, std::size_t n, Unit* to) noexcept;
+    template <class Unit> Unit* end_full_line(Unit* to) noexcept;
+    template <class Unit> Unit* write(const std::uint8_t* data, std::size_t n, Unit* to) noexcept;
+    template <class Unit> Unit* write_rest(Unit* to) noexcept;
+    template <class Unit> Unit* take(const std::uint8_t* data, std::size_t size, Unit* to) noexcept;
 
     unsigned lineLength_;
     unsigned column_ = 0;       // characters in the line; a full line gets its break with the next
@@ -79,9 +91,10 @@ public:
     // Room for what decode() of `size` characters and finish() write together, at any time.
     static constexpr std::size_t max_size(std::size_t size) noexcept { return size / 4 * 3 + 6; }
 
-    // Writes the bytes of all groups that are full; returns their end. Reads nothing more once
-    // is_ended().
+    // Writes the bytes of all groups that are full; returns their end. What lies behind it, within
+    // max_size(), may be overwritten. Reads nothing more once is_ended().
     std::uint8_t* decode(const char16_t* text, std::size_t size, std::uint8_t* to) noexcept;
+    std::uint8_t* decode(const char* text, std::size_t size, std::uint8_t* to) noexcept;
 
     // Whether the text has ended by itself, well or badly.
     bool is_ended() const noexcept { return state_ != State::Reading; }
@@ -93,6 +106,8 @@ public:
 private:
     enum class State { Reading, Ended, Failed };
 
+    template <class Unit>
+    std::uint8_t* read(const Unit* text, const Unit* end, std::uint8_t* to) noexcept;
     std::uint8_t* take(char16_t c, std::uint8_t* to) noexcept;
     std::uint8_t* put_group(std::uint8_t* to) noexcept;
 

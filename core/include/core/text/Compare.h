@@ -77,10 +77,16 @@ inline std::uint32_t hash_nocase(std::u16string_view s) noexcept {
 inline std::uint32_t hash_nocase(std::string_view s) noexcept {
     return hash_nocase(s.data(), s.data() + s.size());
 }
-template <class T> std::uint32_t hash(const T* s, std::size_t length) noexcept {
+inline std::uint32_t hash(const char16_t* s, std::size_t length) noexcept {
     return hash(s, s + length);
 }
-template <class T> std::uint32_t hash_nocase(const T* s, std::size_t length) noexcept {
+inline std::uint32_t hash(const char* s, std::size_t length) noexcept {
+    return hash(s, s + length);
+}
+inline std::uint32_t hash_nocase(const char16_t* s, std::size_t length) noexcept {
+    return hash_nocase(s, s + length);
+}
+inline std::uint32_t hash_nocase(const char* s, std::size_t length) noexcept {
     return hash_nocase(s, s + length);
 }
 
