@@ -50,8 +50,8 @@ class Host : public core::Process {
 
         core::get_service<core::IEventService>()->fireEvent(kReportDoneEvent, nullptr, this);
 
-        for (const char* const language : {"root", "ru"}) {
-            core::set_message_locale(language);
+        for (const char16_t* const language : {u"en", u"ru"}) {
+            core::current_thread()->setResourceLocale(core::Locale(language));
             try {
                 load_report();
             } catch (const core::Exception& exception) {

@@ -3,7 +3,6 @@
 #include <core/component/ClassDescriptor.h>
 #include <core/component/EventService.h>
 #include <core/component/SCOM_Exception.h>
-#include <core/component/UnsupportedOperationException.h>
 #include <core/component/Utf8.h>
 #include <core/resources/ResourceBundle.h>
 
@@ -244,7 +243,6 @@ TEST_F(Process, HasSettings) {
     process().enableCOMInThreads(true);
     EXPECT_EQ(process().getTermLanguage(), 1);
     EXPECT_TRUE(process().isCOMEnabledInThreads());
-    EXPECT_THROW(process().getLocale(), core::UnsupportedOperationException);
 }
 
 TEST_F(Process, KnowsResourceBundlesInAnyCase) {

@@ -12,6 +12,7 @@
 #include <core/component/UnsupportedOperationException.h>
 #include <core/component/Utf8.h>
 #include <core/concurrency/Thread.h>
+#include <core/values/TypeException.h>
 
 #include "support/ProcessTest.h"
 
@@ -130,6 +131,9 @@ TEST_F(ExceptionFamily, DescribesItselfAndComesBackWithItsClass) {
     check(SCOM_Exception(SCOM_Exception::Reason::ComponentLoad, u"gone"), "gone");
     check(StackOverflowException(), "");
     check(Thread_(), "");
+    check(TypeException(u"Table"_us), "The type is unknown: 'Table'");
+    check(TypeException(CLSID_ExceptionObject),
+          "The type is unknown: '9bed88ff-dcab-4217-b1a4-cf9c350df979'");
     check(Thread_(Thread_::Error::Interrupted), "The thread was interrupted");
     check(Thread_(Thread_::Error::Cancelled), "The job was cancelled");
     check(Thread_(Thread_::Error::Execution, u"why"), "The job failed\nwhy");

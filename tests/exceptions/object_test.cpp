@@ -3,7 +3,9 @@
 #include <core/component/LSEHelper.h>
 #include <core/component/SCOM_Process.h>
 #include <core/component/ThreadException.h>
+#include <core/persistence/ExceptionFields.h>
 
+#include "StoredExceptions.h"
 #include "support/FailingMemory.h"
 #include "support/ProcessTest.h"
 
@@ -20,6 +22,9 @@ public:
     }
     const stdx::ustring& row() const noexcept { return row_; }
 
+    void serialize(IOutPersistenceStorage* storage) const;
+    void deserialize(IInPersistenceStorage* storage);
+
     static inline bool expectedWhenMade = false;
 
 private:
@@ -28,6 +33,7 @@ private:
 
 } // namespace core
 
+ORBCORE_EXCEPTION_FIELDS(TableException, row_);
 ORBCORE_EXCEPTION_OBJECT(TableException);
 
 namespace {
@@ -50,6 +56,13 @@ TEST_F(ExceptionObject_, OfAClassOfTheHostThrowsThatClass) {
     } catch (const TableException& thrown) {
         EXPECT_EQ(thrown.row(), u"a row that is long"_us);
     }
+}
+
+TEST_F(ExceptionObject_, OfAClassOfTheHostIsStoredWithItsFields) {
+    const auto object = test::from_text(test::to_text(TableException(u"7").object().get()));
+    ASSERT_TRUE(object);
+    EXPECT_THROW(object->rethrow(), TableException);
+    EXPECT_EQ(static_cast<TableException*>(object->exception())->row(), u"7"_us);
 }
 
 TEST_F(ExceptionObject_, HoldsACopyThatCanBeChanged) {

@@ -3,6 +3,7 @@
 #include <core/component/Utf8.h>
 #include <core/resources/ResourceBundle.h>
 
+#include "support/MessageLanguage.h"
 #include "support/ProcessTest.h"
 
 #include <string>
@@ -12,18 +13,6 @@ namespace {
 
 using namespace core;
 using namespace stdx::literals;
-
-// Messages speak one language for the time of a test.
-class MessageLanguage {
-public:
-    explicit MessageLanguage(const char* locale) : former_(message_locale()) {
-        set_message_locale(locale);
-    }
-    ~MessageLanguage() { set_message_locale(former_); }
-
-private:
-    const stdx::string former_;
-};
 
 class Bundle : public testing::Test {
 protected:
@@ -101,12 +90,15 @@ TEST_F(Bundle, IsSafeOnManyThreads) {
 }
 
 TEST_F(Bundle, LoadsWithKeyNamesExpanded) {
+    const test::ManualProcess process;
     EXPECT_EQ(load_wstring(&bundle_, "SHORTCUT"), u"%CTRL%+%SHIFT%+C, %ALT%%CTRL%, %ctrl%"_us);
     EXPECT_EQ(load_wstring(&bundle_, "SHORTCUT", true), u"Ctrl+Shift+C, AltCtrl, %ctrl%"_us);
     EXPECT_EQ(load_wstring(&bundle_, "MISSING"), u""_us);
     EXPECT_EQ(load_wstring(&bundle_, nullptr), u""_us);
-    const MessageLanguage russian("ru_RU");
+    const test::MessageLanguage russian(u"ru_RU");
     EXPECT_EQ(load_wstring(&bundle_, "TITLE"), u"Пример"_us);
+    unsigned length = 0;
+    EXPECT_NE(bundle_.getString("ONLY_UA", Locale(u"ru_UA"), length), nullptr);
 }
 
 TEST(MissingBundle, LeavesTheKey) {

@@ -2,7 +2,8 @@
 #include <core/component/Messages.h>
 #include <core/component/Utf8.h>
 
-#include <gtest/gtest.h>
+#include "support/MessageLanguage.h"
+#include "support/ProcessTest.h"
 
 #include <filesystem>
 #include <fstream>
@@ -60,11 +61,14 @@ TEST(MessageTexts, AreThoseThatTheCodeAsksFor) {
 }
 
 TEST(MessageTexts, SayTheSameInBothLanguages) {
+    const test::ManualProcess process;
+    const auto text_in = [](const char16_t* locale, const std::string& key) {
+        const test::MessageLanguage language(locale);
+        return core::load_core_wstring(key.c_str());
+    };
     for (const std::string& key : keys_in_sources()) {
-        core::set_message_locale("ru");
-        const stdx::ustring russian = core::load_core_wstring(key.c_str());
-        core::set_message_locale("root");
-        const stdx::ustring english = core::load_core_wstring(key.c_str());
+        const stdx::ustring russian = text_in(u"ru", key);
+        const stdx::ustring english = text_in(u"en", key);
         EXPECT_FALSE(english.empty()) << key;
         EXPECT_NE(english, core::from_utf8(key));
         EXPECT_NE(english, russian) << key << ": not translated";

@@ -1,8 +1,12 @@
 if(NOT in STREQUAL "")
   set(input INPUT_FILE ${in})
 endif()
+set(output OUTPUT_VARIABLE printed)
+if(NOT to STREQUAL "")
+  set(output OUTPUT_FILE ${to})
+endif()
 execute_process(COMMAND ${orb} ${args} ${input}
-  RESULT_VARIABLE code OUTPUT_VARIABLE printed ERROR_VARIABLE complained)
+  RESULT_VARIABLE code ${output} ERROR_VARIABLE complained)
 if(NOT code EQUAL exit OR NOT printed MATCHES "${out}" OR NOT complained MATCHES "${err}")
   message(FATAL_ERROR "orb ${args}: exit code ${code}, expected ${exit}\n"
     "printed:\n${printed}\nexpected:\n${out}\ncomplained:\n${complained}\nexpected:\n${err}")

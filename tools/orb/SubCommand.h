@@ -37,7 +37,9 @@ inline int run_verb(std::string_view command, std::span<const Command> verbs,
         std::find_if(verbs.begin(), verbs.end(), [&](auto& known) { return known.verb == wanted; });
     if (row == verbs.end())
         throw UsageError("'" + name + "' has no verb '" + std::string(wanted) + "'");
-    return row->run({arguments.values.subspan(1), arguments.json});
+    const std::span<char* const> values = arguments.values.subspan(1);
+    const std::size_t plain = std::min(arguments.plain.size(), values.size());
+    return row->run({values, arguments.json, values.last(plain)});
 }
 
 // The values of a verb that takes so many.

@@ -1,6 +1,6 @@
 // `orb text`: searches lines of UTF-8 text with the library's masks, expressions and phrases, and
 // converts text. Files are named behind the options; "-", or none, is standard input. What is
-// searched goes through line by line; what is converted is read whole.
+// searched goes through line by line, what is converted block by block.
 
 #include "Command.h"
 #include "Json.h"
@@ -51,14 +51,31 @@ template <class Use> void for_each_input(std::span<char* const> names, const Use
     }
 }
 
-std::string read_all(std::span<char* const> names) {
-    std::string all;
+constexpr std::size_t kBlock = 0x10000;
+
+// Calls `use` with the bytes of all inputs, up to kBlock at a time, until it gives false or the
+// output fails.
+template <class Use> void for_each_block(std::span<char* const> names, const Use& use) {
+    std::vector<char> block(kBlock);
+    bool wanted = true;
     for_each_input(names, [&](std::istream& in, std::string_view) {
-        char block[0x10000];
-        while (in.read(block, sizeof block), in.gcount() > 0)
-            all.append(block, static_cast<std::size_t>(in.gcount()));
+        while (wanted && std::cout) {
+            in.read(block.data(), kBlock);
+            if (in.gcount() <= 0) break;
+            wanted = use(std::string_view(block.data(), static_cast<std::size_t>(in.gcount())));
+        }
     });
-    return all;
+}
+
+// The length of UTF-8 text without the character at its end, if that may go on behind it.
+std::size_t length_of_whole_characters(std::string_view text) {
+    for (std::size_t n = 1; n <= 3 && n <= text.size(); ++n) {
+        const auto byte = static_cast<unsigned char>(text[text.size() - n]);
+        if ((byte & 0xC0) == 0x80) continue;
+        const std::size_t length = byte < 0xC0 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
+        return length > n ? text.size() - n : text.size();
+    }
+    return text.size();
 }
 
 // ---- The options of a verb: letters ahead of its values.
@@ -82,7 +99,8 @@ std::chrono::milliseconds limit_of(std::string_view text) {
 Options parse_options(const Arguments& arguments, std::string_view known) {
     Options options;
     std::span<char* const> rest = arguments.values;
-    for (; !rest.empty() && rest[0][0] == '-' && rest[0][1] != 0; rest = rest.subspan(1)) {
+    for (; rest.size() > arguments.plain.size() && rest[0][0] == '-' && rest[0][1] != 0;
+         rest = rest.subspan(1)) {
         const std::string_view word = rest[0];
         if (word.size() != 2 || known.find(word[1]) == known.npos)
             throw UsageError("there is no option '" + std::string(word) + "' here");
@@ -129,10 +147,29 @@ void print_record(const Line& line, const Ranges& ranges, bool first) {
     std::cout << "]}";
 }
 
+constexpr std::size_t kLongestLine = 64 << 20;
+
+// The line of this number without its end; false if there is none. Input may be one endless line.
+bool read_line(std::istream& in, std::string_view name, std::size_t number, std::string& line) {
+    line.clear();
+    char part[0x1000];
+    for (;;) {
+        in.getline(part, sizeof part);
+        const auto n = static_cast<std::size_t>(in.gcount()); // with the line feed, if it was there
+        const bool isFull = n == sizeof part - 1 && in.fail() && !in.eof() && !in.bad();
+        line.append(part, isFull || in.eof() || n == 0 ? n : n - 1);
+        if (!isFull) return n != 0 || !line.empty();
+        if (line.size() > kLongestLine)
+            throw Failure("line " + std::to_string(number) + " of '" + std::string(name) +
+                          "' is longer than 64 MiB");
+        in.clear();
+    }
+}
+
 template <class Use> void for_each_line(std::span<char* const> files, const Use& use) {
     for_each_input(files, [&](std::istream& in, std::string_view name) {
         std::string bytes;
-        for (std::size_t number = 1; std::getline(in, bytes); ++number) {
+        for (std::size_t number = 1; std::cout && read_line(in, name, number, bytes); ++number) {
             if (bytes.ends_with('\r')) bytes.pop_back();
             use(Line{name, number, bytes});
         }
@@ -231,17 +268,37 @@ int hash(const Arguments& arguments) {
     return kSuccess;
 }
 
+void encode_base64(std::span<char* const> files) {
+    core::Base64Encoder encoder;
+    std::vector<char> text(encoder.max_size(kBlock));
+    const auto print = [&](const char* end) { std::cout.write(text.data(), end - text.data()); };
+    for_each_block(files, [&](std::string_view block) {
+        print(encoder.encode(block.data(), block.size(), text.data()));
+        return true;
+    });
+    print(encoder.finish(text.data()));
+    std::cout << '\n';
+}
+
+void decode_base64(std::span<char* const> files) {
+    core::Base64Decoder decoder;
+    std::vector<std::uint8_t> bytes(core::Base64Decoder::max_size(kBlock));
+    const auto print = [&](const std::uint8_t* end) {
+        std::cout.write(reinterpret_cast<const char*>(bytes.data()), end - bytes.data());
+    };
+    for_each_block(files, [&](std::string_view block) {
+        print(decoder.decode(block.data(), block.size(), bytes.data()));
+        return !decoder.is_ended();
+    });
+    std::uint8_t* end = bytes.data();
+    if (!decoder.finish(end))
+        throw Failure("the input is no base64 text: it breaks off, or '=' stands inside");
+    print(end);
+}
+
 int base64(const Arguments& arguments) {
     const Options options = parse_options(arguments, "d");
-    const std::string input = read_all(options.values);
-    if (!options.decode) {
-        std::cout << core::to_utf8(core::encode_base64(input)) << '\n';
-        return kSuccess;
-    }
-    stdx::string bytes;
-    if (!core::decode_base64(core::from_utf8(input), bytes))
-        throw Failure("the input is no base64 text: it breaks off, or '=' stands inside");
-    std::cout << bytes;
+    (options.decode ? decode_base64 : encode_base64)(options.values);
     return kSuccess;
 }
 
@@ -263,8 +320,19 @@ int change_case(const Arguments& arguments) {
     const Options options = parse_options(arguments, "");
     if (options.values.empty()) throw UsageError("expected upper, lower, title or fold");
     const CaseMapping mapping = mapping_of(options.values[0]);
-    const stdx::ustring text = core::from_utf8(read_all(options.values.subspan(1)));
-    std::cout << core::to_utf8(mapping(text.cbegin(), text.cend()));
+    const auto print = [&](std::string_view bytes) {
+        const stdx::ustring text = core::from_utf8(bytes);
+        std::cout << core::to_utf8(mapping(text.cbegin(), text.cend()));
+    };
+    std::string bytes; // with the start of a character of the block before
+    for_each_block(options.values.subspan(1), [&](std::string_view block) {
+        bytes += block;
+        const std::size_t whole = length_of_whole_characters(bytes);
+        print(std::string_view(bytes).substr(0, whole));
+        bytes.erase(0, whole);
+        return true;
+    });
+    print(bytes);
     return kSuccess;
 }
 

@@ -9,6 +9,7 @@
 #include <unicode/uversion.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <iomanip>
 #include <iostream>
@@ -22,7 +23,20 @@ constexpr Command kCommands[] = {
     {"new", "NAME|GUID", "create an object and tell what it answers to", create_new},
     {"component", "NAME", "load a component library and show what it brings", inspect_component},
     {"text", "VERB ...", "search and convert text; `orb text help` lists the verbs", text_command},
+    {"convert", "[FILE]...", "change the encoding: --from ENC, --to ENC; --list shows all",
+     convert_command, true},
+    {"locale", "VERB ...", "look at locales; `orb locale help` lists the verbs", locale_command},
+    {"date", "VERB ...", "calculate with dates; `orb date help` lists the verbs", date_command},
     {"color", "VERB ...", "calculate with colors; `orb color help` lists the verbs", color_command},
+    {"calc", "EXPRESSION", "calculate exactly: + - * / % ^ ( ) round(x, places)", calculate},
+    {"cat", "URL...", "print files of any scheme; a name without a scheme is a path", cat_files},
+    {"list", "VERB ...", "look at brace lists, text or binary; `orb list help` lists the verbs",
+     list_command, true},
+    {"ls", "URL [MASK]", "list a directory; * is any text, ? any character", list_files},
+    {"stat", "URL", "tell what is known of a file", stat_file},
+    {"cp", "URL URL", "copy a file, from scheme to scheme as well", copy_file},
+    {"mv", "URL URL", "move a file", move_file},
+    {"rm", "URL [MASK]", "remove a file, or a directory with all that it holds", remove_files},
 };
 
 void print_help(std::ostream& out) {
@@ -35,12 +49,13 @@ void print_help(std::ostream& out) {
     out << "\noptions:\n"
            "  --component NAME      load a component library first; may be repeated\n"
            "  --json                print JSON instead of text, the log included\n"
-           "  --lang LANGUAGE       the language of messages: en or ru\n"
+           "  --lang LANGUAGE       the language of messages, en or ru, if not that of the system\n"
            "  --log LEVEL           write the log to stderr, from this level on: trace, debug, "
            "info,\n"
            "                        warning, error\n"
            "  --help                print this and end\n"
            "  --version             print the versions of the library and of ICU and end\n"
+           "  --                    take all words behind it as they are, not as options\n"
            "\nexit status: 0 done, 1 nothing found or the request failed, "
            "2 the command line is wrong\n";
 }
@@ -60,9 +75,10 @@ void print_version(std::ostream& out) {
 struct CommandLine {
     const Command* command = nullptr;
     std::vector<char*> values;
+    std::size_t plain = 0; // values behind "--"
     std::vector<const char*> components;
     core::SCOM_LogLevel log = core::SCOM_LogLevel::None;
-    const char* language = nullptr;
+    const char16_t* language = nullptr; // of messages; null: the system's
     bool json = false;
     bool help = false;
     bool version = false;
@@ -76,17 +92,25 @@ const Command* find_command(std::string_view verb) {
     return found;
 }
 
-const char* locale_of(std::string_view language) {
-    if (language == "en") return "root";
-    if (language == "ru") return "ru";
+const char16_t* locale_of(std::string_view language) {
+    if (language == "en") return u"en";
+    if (language == "ru") return u"ru";
     throw UsageError("there are no messages in the language '" + std::string(language) + "'");
 }
 
 CommandLine parse(std::span<char*> words) {
     CommandLine line;
-    for (std::size_t i = 0; i != words.size(); ++i) {
+    const auto take = [&line](char* word) {
+        if (line.command)
+            line.values.push_back(word);
+        else
+            line.command = find_command(word);
+    };
+    const auto mark = std::find(words.begin(), words.end(), std::string_view("--"));
+    const auto count = static_cast<std::size_t>(mark - words.begin()); // that may be options
+    for (std::size_t i = 0; i != count; ++i) {
         const std::string_view word = words[i];
-        const bool hasValue = i + 1 != words.size();
+        const bool hasValue = i + 1 != count;
         if (word == "--json")
             line.json = true;
         else if (word == "--help")
@@ -99,13 +123,16 @@ CommandLine parse(std::span<char*> words) {
             line.log = log_level_of(words[++i]);
         else if (word == "--lang" && hasValue)
             line.language = locale_of(words[++i]);
-        else if (word.starts_with("--"))
+        else if (word.starts_with("--") && !(line.command && line.command->ownOptions))
             throw UsageError("there is no option '" + std::string(word) +
                              "', or it lacks its value");
-        else if (!line.command)
-            line.command = find_command(word);
         else
-            line.values.push_back(words[i]);
+            take(words[i]);
+    }
+    if (count != words.size()) {
+        const std::size_t before = line.values.size();
+        for (char* const word : words.subspan(count + 1)) take(word);
+        line.plain = line.values.size() - before;
     }
     if (!line.command && !line.help && !line.version) throw UsageError("no command is given");
     return line;
@@ -119,9 +146,11 @@ public:
 private:
     void run() override {
         if (line_.log != core::SCOM_LogLevel::None) start_log(line_.log, line_.json);
-        for (const char* const component : line_.components)
-            core::current_process()->loadComponentEx(component);
-        status_ = line_.command->run({line_.values, line_.json});
+        core::SCOM_Process* const process = core::current_process();
+        if (line_.language) process->setResourceLocale(core::Locale(line_.language));
+        for (const char* const component : line_.components) process->loadComponentEx(component);
+        const std::span<char* const> values = line_.values;
+        status_ = line_.command->run({values, line_.json, values.last(line_.plain)});
     }
 
     const CommandLine& line_;
@@ -139,11 +168,18 @@ int run(std::span<char*> words) {
         return kSuccess;
     }
     core::CoreInitManager init;
-    if (line.language) core::set_message_locale(line.language);
     Host host(line);
     host.construct(&core::this_module());
     host.start();
     return host.status();
+}
+
+// Much of what was printed may still be on its way, to a disk that is full, say.
+void deliver_output() {
+    errno = 0;
+    if (std::cout.flush()) return;
+    const std::string reason = errno == 0 ? "" : std::string(": ") + std::strerror(errno);
+    throw Failure("cannot write the output" + reason);
 }
 
 } // namespace
@@ -151,8 +187,10 @@ int run(std::span<char*> words) {
 
 int main(int count, char** words) {
     try {
-        return orb::run(
-            std::span(words, static_cast<std::size_t>(count)).subspan(count > 0 ? 1 : 0));
+        const int status =
+            orb::run(std::span(words, static_cast<std::size_t>(count)).subspan(count > 0 ? 1 : 0));
+        orb::deliver_output();
+        return status;
     } catch (const orb::UsageError& error) {
         std::cerr << "orb: " << error.what() << "; `orb --help` lists all\n";
         return orb::kUsage;

@@ -5,6 +5,7 @@
 
 #include "CurrentPair.h"
 #include "MainThread.h"
+#include "ThreadSetting.h"
 #include "component/ExceptionCounter.h"
 
 #include <kiln/suspend_monitor.h>
@@ -44,12 +45,6 @@ ThreadAttach::ThreadAttach(Thread* thread, SCOM_Process* process) noexcept
 ThreadAttach::~ThreadAttach() {
     current_pair = {formerThread_, formerProcess_};
 }
-
-struct Thread::CenturyBox : Refcountable<CenturyBox, AtomicCounter> {
-    explicit CenturyBox(int startYear) noexcept : year(startYear) {}
-    virtual ~CenturyBox() = default;
-    const int year;
-};
 
 Thread::TLSData::~TLSData() = default;
 
@@ -276,12 +271,13 @@ unsigned int hardware_concurrency() noexcept {
 // ---- Settings
 
 void Thread::setBeginningOfCentury(int year) {
-    beginningOfCentury_ = InterfacePtr<CenturyBox>(new CenturyBox(year), true);
+    set_setting(beginningOfCentury_, year);
 }
 
 int Thread::getBeginningOfCentury() const {
-    if (beginningOfCentury_) return beginningOfCentury_->year;
-    return current_process()->getBeginningOfCentury();
+    if (const int* const own = setting_in<int>(beginningOfCentury_)) return *own;
+    SCOM_Process* const process = current_process();
+    return process ? process->getBeginningOfCentury() : kDefaultBeginningOfCentury;
 }
 
 void Thread::resetBeginningOfCentury() noexcept {

@@ -3,8 +3,7 @@
 #include <core/component/Module.h>
 #include <core/component/SCOM_Process.h>
 #include <core/component/Utf8.h>
-#include <core/concurrency/LockGuards.h>
-#include <core/concurrency/RWMutex.h>
+#include <core/locale/Locale.h>
 #include <core/resources/ResourceBundle.h>
 
 #include <algorithm>
@@ -14,16 +13,6 @@ namespace core {
 namespace {
 
 constexpr char kCoreModule[] = "core";
-
-struct MessageLocale {
-    RWMutex mutex;
-    stdx::string id{"root"}; // guarded by `mutex`
-};
-
-MessageLocale& message_locale_record() {
-    static auto& record = *new MessageLocale; // asked also while statics end
-    return record;
-}
 
 struct KeyName {
     std::u16string_view mark;
@@ -58,10 +47,10 @@ std::u16string_view part_of(std::u16string_view text, int number, char16_t separ
 
 stdx::ustring load_wstring(SCOM_ResourceBundle* bundle, const char* key, bool expand) {
     if (!key) return {};
-    const stdx::string locale = message_locale();
-    if (!bundle || !bundle->exists(locale.c_str())) return from_utf8(key);
+    const Locale locale = resource_locale();
+    if (!bundle || !bundle->exists(locale.key())) return from_utf8(key);
     unsigned length = 0;
-    const char16_t* const found = bundle->getString(key, locale.c_str(), length);
+    const char16_t* const found = bundle->getString(key, locale, length);
     stdx::ustring text = found ? stdx::ustring(found, length) : stdx::ustring();
     if (expand) expand_key_names(text);
     return text;
@@ -81,18 +70,6 @@ stdx::ustring load_module_wstring(const char* module, const char* key, bool expa
 stdx::ustring load_module_part_wstring(const char* module, const char* key, int part, bool expand) {
     const stdx::ustring text = load_module_wstring(module, key, expand);
     return stdx::ustring(part_of(text, part, u'\n'));
-}
-
-stdx::string message_locale() {
-    MessageLocale& record = message_locale_record();
-    const ReaderLock lock(record.mutex);
-    return record.id;
-}
-
-void set_message_locale(const stdx::string& locale) {
-    MessageLocale& record = message_locale_record();
-    const WriterLock lock(record.mutex);
-    record.id = locale;
 }
 
 } // namespace core

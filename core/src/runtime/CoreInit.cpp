@@ -2,6 +2,7 @@
 
 #include <core/component/Module.h>
 #include <core/component/SCOM_Process.h>
+#include <core/locale/Locale.h>
 #include <core/resources/ResourceBundle.h>
 
 #include "ComponentUnload.h"
@@ -55,6 +56,7 @@ void CoreInit() {
     // A failure shows where ICU is used; the parts that need no data still work.
     UErrorCode status = U_ZERO_ERROR;
     u_init(&status);
+    core::Locale::system(); // is found now, whatever locale the program takes later
     core::SCOM_Module& module = core::this_module();
     module.initialize();
     static auto& messages = *new core::SCOM_ResourceBundle(module.name());

@@ -2,12 +2,10 @@
 
 #include <core/component/Logger.h>
 #include <core/component/SCOM_Exception.h>
-#include <core/component/UnsupportedOperationException.h>
 #include <core/component/Utf8.h>
 #include <core/concurrency/LockGuards.h>
+#include <core/locale/WeekInfo.h>
 #include <core/resources/ResourceBundle.h>
-
-#include "WeekOfSystem.h"
 
 #include <algorithm>
 #include <utility>
@@ -19,9 +17,10 @@ constexpr std::size_t kExpectedServices = 1'000;
 
 constinit const SCOM_StaticLogger logger("orbcore", "SCOM_ProcessImpl");
 
-void trace(const char16_t* key, const stdx::ustring& value) {
+// `value` is asked for only when somebody listens.
+template <class Value> void trace(const char16_t* key, Value&& value) {
     if (logger.isEnabled(SCOM_LogLevel::Trace))
-        logger.logTrace(0, u"", key, value.c_str(), nullptr);
+        logger.logTrace(0, u"", key, stdx::ustring(value()).c_str(), nullptr);
 }
 
 char lower(char c) noexcept {
@@ -44,7 +43,7 @@ bool SCOM_ProcessImpl::LessNoCase::operator()(const stdx::string& a,
 
 SCOM_ProcessImpl::SCOM_ProcessImpl(SCOM_ProcessData& owner)
     : components_(new ComponentContainer(*this, *this), true),
-      firstDayOfWeek_(first_day_of_week_of_system()),
+      firstDayOfWeek_(static_cast<int>(WeekInfo::of(Locale::system()).firstDayOfWeek())),
       owner_(owner),
       threadBundleSlot_(Thread::allocTLS()) {
     services_.reserve(kExpectedServices);
@@ -274,7 +273,7 @@ void* SCOM_ProcessImpl::loadComponent(const char* name) {
 
 void* SCOM_ProcessImpl::loadComponentEx(const char* name) {
     const std::string component = name ? name : "";
-    trace(u"component", from_utf8(component));
+    trace(u"component", [&] { return from_utf8(component); });
     return components_->load(component);
 }
 
@@ -284,55 +283,41 @@ void SCOM_ProcessImpl::unloadComponent(void* handle) {
 
 // ---- Settings
 
-namespace {
-
-[[noreturn]] void not_connected(const char16_t* setting) {
-    throw UnsupportedOperationException("orbcore", __LINE__, u"core/src/runtime/ProcessImpl.cpp",
-                                        stdx::ustring(u"The process has no ") + setting + u" yet.",
-                                        nullptr);
+void SCOM_ProcessImpl::setLocale(const Locale& locale) {
+    trace(u"locale", [&] { return locale.displayName(Locale::system()); });
+    const WriterLock guard(settingsLock_);
+    locale_ = locale;
 }
 
-} // namespace
+Locale SCOM_ProcessImpl::getLocale() {
+    const ReaderLock guard(settingsLock_);
+    return locale_;
+}
 
-void SCOM_ProcessImpl::setLocale() {
-    not_connected(u"locale");
+void SCOM_ProcessImpl::setResourceLocale(const Locale& locale) {
+    trace(u"locale", [&] { return locale.displayName(Locale::system()); });
+    const WriterLock guard(settingsLock_);
+    resourceLocale_ = locale;
 }
-void SCOM_ProcessImpl::getLocale() {
-    not_connected(u"locale");
+
+Locale SCOM_ProcessImpl::getResourceLocale() {
+    const ReaderLock guard(settingsLock_);
+    return resourceLocale_;
 }
-void SCOM_ProcessImpl::setResourceLocale() {
-    not_connected(u"resource locale");
+
+void SCOM_ProcessImpl::setTimeZone(const TimeZone& zone) {
+    trace(u"tz", [&] { return zone.displayName(Locale::system()); });
+    const WriterLock guard(settingsLock_);
+    timeZone_ = zone;
 }
-void SCOM_ProcessImpl::getResourceLocale() {
-    not_connected(u"resource locale");
-}
-void SCOM_ProcessImpl::setNumericFormat() {
-    not_connected(u"numeric format");
-}
-void SCOM_ProcessImpl::getNumericFormat() {
-    not_connected(u"numeric format");
-}
-void SCOM_ProcessImpl::setDateFormat() {
-    not_connected(u"date format");
-}
-void SCOM_ProcessImpl::getDateFormat() {
-    not_connected(u"date format");
-}
-void SCOM_ProcessImpl::setBoolFormat() {
-    not_connected(u"bool format");
-}
-void SCOM_ProcessImpl::getBoolFormat() {
-    not_connected(u"bool format");
-}
-void SCOM_ProcessImpl::setTimeZone() {
-    not_connected(u"time zone");
-}
-void SCOM_ProcessImpl::getTimeZone() {
-    not_connected(u"time zone");
+
+TimeZone SCOM_ProcessImpl::getTimeZone() {
+    const ReaderLock guard(settingsLock_);
+    return timeZone_;
 }
 
 void SCOM_ProcessImpl::enableCOMInThreads(bool enable) {
-    trace(u"enable", enable ? u"true" : u"false");
+    trace(u"enable", [&] { return enable ? u"true" : u"false"; });
     comInThreads_ = enable;
 }
 

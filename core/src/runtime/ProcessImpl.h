@@ -2,13 +2,18 @@
 // does and ComponentContainer.h for the classes.
 //
 // The class tables and the services are read without locks; they are written during start and end,
-// and while a component loads. `settingsLock_` guards the version strings.
+// and while a component loads. `settingsLock_` guards the locales, the time zone and the version
+// strings.
 #pragma once
 
 #include <core/component/Object.h>
 #include <core/component/SCOM_ProcessData.h>
 #include <core/concurrency/IRWMutex.h>
 #include <core/concurrency/Thread.h>
+#include <core/locale/BoolFormat.h>
+#include <core/locale/DateFormat.h>
+#include <core/locale/NumericFormat.h>
+#include <core/numbers/TimeZone.h>
 
 #include "ComponentContainer.h"
 
@@ -66,18 +71,18 @@ public:
     void unloadComponent(void* handle) override;
     int getRoundMode() override { return roundMode_; }
     void setRoundMode(int mode) override { roundMode_ = mode; }
-    void setLocale() override;
-    void getLocale() override;
-    void setResourceLocale() override;
-    void getResourceLocale() override;
-    void setNumericFormat() override;
-    void getNumericFormat() override;
-    void setDateFormat() override;
-    void getDateFormat() override;
-    void setBoolFormat() override;
-    void getBoolFormat() override;
-    void setTimeZone() override;
-    void getTimeZone() override;
+    void setLocale(const Locale& locale) override;
+    Locale getLocale() override;
+    void setResourceLocale(const Locale& locale) override;
+    Locale getResourceLocale() override;
+    void setNumericFormat(const NumericFormat& format) override { numericFormat_ = format; }
+    NumericFormat getNumericFormat() override { return numericFormat_; }
+    void setDateFormat(const DateFormat& format) override { dateFormat_ = format; }
+    DateFormat getDateFormat() override { return dateFormat_; }
+    void setBoolFormat(const BoolFormat& format) override { boolFormat_ = format; }
+    BoolFormat getBoolFormat() override { return boolFormat_; }
+    void setTimeZone(const TimeZone& zone) override;
+    TimeZone getTimeZone() override;
     int getBeginningOfCentury() override { return beginningOfCentury_; }
     void setBeginningOfCentury(int year) override { beginningOfCentury_ = year; }
     int getFirstDayOfWeek() override { return firstDayOfWeek_; }
@@ -134,7 +139,13 @@ private:
     boost::unordered_flat_set<_GUID, std::hash<_GUID>> suppressedServices_;
     InterfacePtr<ComponentContainer> components_;
     int roundMode_ = 1;
-    int beginningOfCentury_ = 1950;
+    Locale locale_ = Locale::system();         // guarded by settingsLock_
+    Locale resourceLocale_ = Locale::system(); // guarded by settingsLock_
+    NumericFormat numericFormat_{Locale::system()};
+    DateFormat dateFormat_{Locale::system()};
+    BoolFormat boolFormat_{Locale::system()};
+    TimeZone timeZone_ = TimeZone::system(); // guarded by settingsLock_
+    int beginningOfCentury_ = kDefaultBeginningOfCentury;
     int firstDayOfWeek_;
     int termLanguage_ = 0;
     bool comInThreads_ = false;

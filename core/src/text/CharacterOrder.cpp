@@ -8,7 +8,7 @@ namespace {
 // ICU's collators compare safely on several threads as long as nobody changes their settings.
 class IcuOrder final : public CharacterOrder {
 public:
-    // Null is the system's locale. Without locale data there is no collator.
+    // Without locale data there is no collator.
     explicit IcuOrder(const char* locale) {
         UErrorCode error = U_ZERO_ERROR;
         collator_.reset(ucol_open(locale, &error));
@@ -30,12 +30,6 @@ private:
 } // namespace
 
 CharacterOrder::~CharacterOrder() = default;
-
-const CharacterOrderPtr& system_character_order() {
-    // Never destroyed: masks may still be compiled while the program ends.
-    static const auto& order = *new CharacterOrderPtr(std::make_shared<IcuOrder>(nullptr));
-    return order;
-}
 
 CharacterOrderPtr open_character_order(const char* locale) {
     return std::make_shared<IcuOrder>(locale);

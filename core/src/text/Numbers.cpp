@@ -4,6 +4,7 @@
 #include <core/text/Characters.h>
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -156,6 +157,50 @@ template <class String> void replace(const NumberText& text, String& to) {
     to = std::move(replaced);
 }
 
+// ---- Sixteen digits of a double.
+
+// A number of sixteen digits, and the decimal exponent of the first.
+struct SixteenDigits {
+    std::uint64_t number;
+    int exponent;
+};
+
+constexpr std::uint64_t kLeastOfSixteen = 1'000'000'000'000'000;
+
+SixteenDigits sixteen_digits_slowly(double value) {
+    char text[32]; // "d.ddddddddddddddde[+-]x"
+    const auto end = std::to_chars(text, std::end(text), value, std::chars_format::scientific, 15);
+    SixteenDigits digits = {0, 0};
+    text[1] = text[0];
+    std::from_chars(text + 1, text + 17, digits.number);
+    std::from_chars(text[18] == '+' ? text + 19 : text + 18, end.ptr, digits.exponent);
+    return digits;
+}
+
+// For what is not far from 1 the digits are the whole part of mantissa * 5^p * 2^q, which fits into
+// 128 bits: exact, half to even.
+SixteenDigits sixteen_digits(double value) {
+    __extension__ typedef unsigned __int128 Word;
+    constexpr int kMostPower = 27; // 5^27 has 63 bits
+    const auto bits = std::bit_cast<std::uint64_t>(value);
+    const int binary = static_cast<int>(bits >> 52) - 1075;
+    const std::uint64_t mantissa = (bits & ((std::uint64_t{1} << 52) - 1)) | std::uint64_t{1} << 52;
+    // The exponent of the first digit, or one less: log10(2) is a bit more than 1233/4096.
+    for (int exponent = (binary + 52) * 1233 >> 12;; ++exponent) {
+        const int power = 15 - exponent;
+        if (power < 0 || power > kMostPower || binary < -1074) return sixteen_digits_slowly(value);
+        std::uint64_t five = 1;
+        for (int i = 0; i != power; ++i) five *= 5;
+        const Word product = Word{mantissa} * five;
+        const int shift = -(binary + power);
+        if (shift <= 0 || shift > 127) return sixteen_digits_slowly(value);
+        const Word rest = product & ((Word{1} << shift) - 1), half = Word{1} << (shift - 1);
+        auto number = static_cast<std::uint64_t>(product >> shift);
+        if (rest > half || (rest == half && number % 2 != 0)) ++number;
+        if (number < kLeastOfSixteen * 10) return {number, exponent};
+    }
+}
+
 } // namespace
 
 std::int32_t string_tol(const char16_t* s, const char16_t** end) noexcept {
@@ -215,34 +260,35 @@ ORB_NUMBER_TO_TEXT(string_i64to, std::int64_t)
 ORB_NUMBER_TO_TEXT(string_ui64to, std::uint64_t)
 
 stdx::ustring string_dto(double value) {
-    if (value == 0) return u"0";
-    if (std::isnan(value)) return u"nan";
-    if (std::isinf(value)) return value < 0 ? u"-inf" : u"inf";
+    char16_t text[24];
+    return stdx::ustring(text, string_dto(value, text));
+}
 
-    // "d.ddddddddddddddde[+-]x": the digits, and the exponent of the first.
-    char scientific[32];
-    const auto end = std::to_chars(scientific, std::end(scientific), std::fabs(value),
-                                   std::chars_format::scientific, 15);
-    char* const mark = std::find(scientific, end.ptr, 'e');
-    int exponent = 0;
-    std::from_chars(mark[1] == '+' ? mark + 2 : mark + 1, end.ptr, exponent);
-    char digits[16] = {scientific[0]};
-    std::copy(scientific + 2, mark, digits + 1);
+char16_t* string_dto(double value, char16_t* to) noexcept {
+    const auto word = [to](std::u16string_view text) {
+        return std::copy(text.begin(), text.end(), to);
+    };
+    if (value == 0) return word(u"0");
+    if (std::isnan(value)) return word(u"nan");
+    if (std::isinf(value)) return word(value < 0 ? u"-inf" : u"inf");
+
+    const auto [number, exponent] = sixteen_digits(std::fabs(value));
+    char digits[17];
+    std::to_chars(digits, std::end(digits), number);
     const auto n = static_cast<int>(std::string_view(digits, 16).find_last_not_of('0')) + 1;
 
-    char16_t text[32];
-    char16_t* at = text;
-    if (value < 0) *at++ = u'-';
+    if (value < 0) *to++ = u'-';
     const bool isPlain = exponent >= 0 && exponent < n;
     const int whole = isPlain ? exponent + 1 : 1;
-    at = std::copy(digits, digits + whole, at);
-    if (whole < n) *at++ = u'.';
-    at = std::copy(digits + whole, digits + n, at);
+    to = std::copy(digits, digits + whole, to);
+    if (whole < n) *to++ = u'.';
+    to = std::copy(digits + whole, digits + n, to);
     if (!isPlain) {
-        *at++ = u'e';
-        at = string_lto(exponent, at);
+        char power[8];
+        *to++ = u'e';
+        to = std::copy(power, std::to_chars(power, std::end(power), exponent).ptr, to);
     }
-    return stdx::ustring(text, at);
+    return to;
 }
 
 void string_dto(double value, stdx::ustring& to) {

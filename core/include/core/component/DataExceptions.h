@@ -60,6 +60,9 @@ public:
 
     Error error() const noexcept { return error_; }
 
+    void serialize(IOutPersistenceStorage* storage) const;
+    void deserialize(IInPersistenceStorage* storage);
+
 private:
     Error error_ = Error::None;
 };

@@ -7,8 +7,9 @@
 //   }
 //
 // Each class has a twin, an exception object (core/component/IExceptionObject.h), that keeps the
-// exception after its `catch`, stores it, and throws it again with its true class. The first field
-// of every exception is the class GUID of that twin.
+// exception after its `catch`, stores it, and throws it again with its true class, in another process
+// too (core/persistence/ExceptionStore.h). The first field of every exception is the class GUID of
+// that twin.
 //
 // An exception is a value for the thread that holds it: it is copied, kept and thrown again freely,
 // and may end on another thread than the one that made it. Catch by reference: a copy that is cut
@@ -40,6 +41,8 @@
 namespace core {
 
 class ExceptionCounter;
+class IInPersistenceStorage;
+class IOutPersistenceStorage;
 
 inline constexpr _GUID CLSID_ExceptionObject = "9bed88ff-dcab-4217-b1a4-cf9c350df979"_guid;
 
@@ -108,7 +111,25 @@ public:
     // The fields of the base as an exception of the base class, with the twin of that class.
     Exception as_plain() const;
 
+    // One list, causes within; docs/formats/exceptions.md. What reads throws `ListStreamException`
+    // for anything but the list of an exception with the twin of this one, and
+    // `std::invalid_argument` for categories that are not of '0' and '1'; the fields are undefined
+    // then. Fields that the list of an older program lacks stay as they are.
+    void serialize(IOutPersistenceStorage* storage) const;
+    void deserialize(IInPersistenceStorage* storage);
+
+protected:
+    // For a derived class that adds fields and so has both functions of its own: the list of the base
+    // with `fields` behind. core/persistence/ExceptionFields.h defines them, and makes one line of it.
+    template <class... Fields>
+    void serializeWith(IOutPersistenceStorage* storage, const Fields&... fields) const;
+    template <class... Fields>
+    void deserializeWith(IInPersistenceStorage* storage, Fields&... fields);
+
 private:
+    void putItems(IOutPersistenceStorage* storage) const;
+    void getItems(IInPersistenceStorage* storage);
+
     _GUID objectClass_;
     stdx::ustring description_;
     InterfacePtr<IExceptionObject> inner_;

@@ -1,7 +1,6 @@
 // The texts that people read: keys `IDS_*`, looked up in the bundle of a module in the language of
-// messages.
+// the calling thread, `Thread::getResourceLocale`; on a thread of nobody's, in that of the system.
 //
-//   core::set_message_locale("ru");
 //   stdx::ustring text = core::load_core_wstring("IDS_ERR_ILLEGAL_STATE");
 //
 // A missing bundle breaks nothing: the key's own name stands for the text. A key that an existing
@@ -29,10 +28,5 @@ ORBCORE_API stdx::ustring load_module_wstring(const char* module, const char* ke
 // there is no such part.
 ORBCORE_API stdx::ustring load_module_part_wstring(const char* module, const char* key, int part,
                                                    bool expand = false);
-
-// The language of messages, as a locale id ("ru", "ru_RU"); one for all processes of the program,
-// and at first "root", which is English.
-ORBCORE_API stdx::string message_locale();
-ORBCORE_API void set_message_locale(const stdx::string& locale);
 
 } // namespace core

@@ -23,6 +23,9 @@ public:
 
     Reason reason() const noexcept { return reason_; }
 
+    void serialize(IOutPersistenceStorage* storage) const;
+    void deserialize(IInPersistenceStorage* storage);
+
 private:
     Reason reason_ = Reason::Unspecified;
 };
@@ -38,6 +41,9 @@ public:
     // The module and its version; empty where they were not told.
     const stdx::string& module() const noexcept { return module_; }
     const stdx::ustring& version() const noexcept { return version_; }
+
+    void serialize(IOutPersistenceStorage* storage) const;
+    void deserialize(IInPersistenceStorage* storage);
 
 private:
     stdx::string module_;

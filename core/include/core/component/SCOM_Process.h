@@ -10,10 +10,18 @@
 
 namespace core {
 
+class BoolFormat;
+class DateFormat;
+class Locale;
+class NumericFormat;
 class SCOM_ResourceBundle;
 class SCOM_ProcessData;
+class TimeZone;
 
 inline constexpr _GUID IID_SCOM_Process = "40cd9ac6-e87b-48d2-97af-c07337b7ec31"_guid;
+
+// The year that years of two digits count from where nobody set another one.
+inline constexpr int kDefaultBeginningOfCentury = 1950;
 
 class SCOM_Process : public SCOM_ClassBundle {
 public:
@@ -39,21 +47,21 @@ public:
     virtual int getRoundMode() = 0;
     virtual void setRoundMode(int mode) = 0;
 
-    // The settings of this block wait for their types and throw
-    // `core::UnsupportedOperationException` until then; each
-    // keeps its place in the virtual order.
-    virtual void setLocale() = 0;
-    virtual void getLocale() = 0;
-    virtual void setResourceLocale() = 0;
-    virtual void getResourceLocale() = 0;
-    virtual void setNumericFormat() = 0;
-    virtual void getNumericFormat() = 0;
-    virtual void setDateFormat() = 0;
-    virtual void getDateFormat() = 0;
-    virtual void setBoolFormat() = 0;
-    virtual void getBoolFormat() = 0;
-    virtual void setTimeZone() = 0;
-    virtual void getTimeZone() = 0;
+    // What threads go by that have no settings of their own; see `Thread`. Safe on any thread are
+    // those of the locales and the time zone, the others are set while the process starts. No
+    // setting changes another one.
+    virtual void setLocale(const Locale& locale) = 0;
+    virtual Locale getLocale() = 0;
+    virtual void setResourceLocale(const Locale& locale) = 0;
+    virtual Locale getResourceLocale() = 0;
+    virtual void setNumericFormat(const NumericFormat& format) = 0;
+    virtual NumericFormat getNumericFormat() = 0;
+    virtual void setDateFormat(const DateFormat& format) = 0;
+    virtual DateFormat getDateFormat() = 0;
+    virtual void setBoolFormat(const BoolFormat& format) = 0;
+    virtual BoolFormat getBoolFormat() = 0;
+    virtual void setTimeZone(const TimeZone& zone) = 0;
+    virtual TimeZone getTimeZone() = 0;
 
     virtual int getBeginningOfCentury() = 0;
     virtual void setBeginningOfCentury(int year) = 0;

@@ -30,10 +30,17 @@
 
 namespace core {
 
+class BoolFormat;
+class Date;
+class DateFormat;
 class ExceptionCounter;
+class Locale;
+class NumericFormat;
 class Process;
 class ThreadSet;
+class ThreadSetting;
 class ThreadTimer;
+class TimeZone;
 
 // Thrown on a thread, ends that thread and nothing else.
 class ThreadDeath {};
@@ -128,8 +135,30 @@ public:
     void destroyThreadState() noexcept;
 
     // ---- Settings of this thread in front of those of its process.
+    //
+    // Touched by the thread itself, or before it starts. A setting that was never set, or that was
+    // reset, is that of the current process; without a process, what the system says.
 
-    // In a box of its own, so that a copy taken by other code stays valid.
+    void setResourceLocale(const Locale& locale);
+    Locale getResourceLocale() const;
+    void resetResourceLocale() noexcept;
+
+    void setNumericFormat(const NumericFormat& format);
+    NumericFormat getNumericFormat() const;
+    void resetNumericFormat() noexcept;
+
+    void setDateFormat(const DateFormat& format);
+    DateFormat getDateFormat() const;
+    void resetDateFormat() noexcept;
+
+    void setBoolFormat(const BoolFormat& format);
+    BoolFormat getBoolFormat() const;
+    void resetBoolFormat() noexcept;
+
+    void setTimeZone(const TimeZone& zone);
+    TimeZone getTimeZone() const;
+    void resetTimeZone() noexcept;
+
     void setBeginningOfCentury(int year);
     int getBeginningOfCentury() const;
     void resetBeginningOfCentury() noexcept;
@@ -175,7 +204,6 @@ private:
         std::uint32_t generation = 0;
         TLSData* data = nullptr;
     };
-    struct CenturyBox;
 
     template <class HandOver> void start_by(HandOver&& hand_over);
     void run_with_hook();
@@ -185,7 +213,13 @@ private:
     std::atomic<bool> interrupted_ = false;
     OneTimeSemaphore end_;
     std::atomic<ThreadSet*> threadSet_ = nullptr;
-    InterfacePtr<CenturyBox> beginningOfCentury_;
+    // Counted boxes, null where the process's setting holds.
+    InterfacePtr<ThreadSetting> resourceLocale_;
+    InterfacePtr<ThreadSetting> numericFormat_;
+    InterfacePtr<ThreadSetting> dateFormat_;
+    InterfacePtr<ThreadSetting> boolFormat_;
+    InterfacePtr<ThreadSetting> timeZone_;
+    InterfacePtr<ThreadSetting> beginningOfCentury_;
     bool safeMode_ = false;
     stdx::ustring securityProfileName_;
     InterfacePtr<IUnknown> securityContext_;
@@ -212,6 +246,9 @@ ORBCORE_API InterfacePtr<Thread> create_thread(std::function<void()>&& function)
 
 // The `core::Thread` of the calling thread, or null.
 ORBCORE_API Thread* current_thread() noexcept;
+
+// The current time, whole seconds, in the time zone of the calling thread.
+ORBCORE_API Date current_thread_date();
 
 // Installs a pair as the calling thread's current ones and restores the former at its end.
 class ORBCORE_API ThreadAttach {

@@ -12,6 +12,7 @@
 // stay mapped until `cleanup`.
 #pragma once
 
+#include <core/locale/Locale.h>
 #include <core/platform/api.h>
 #include <elm/string>
 
@@ -41,6 +42,12 @@ public:
     // locale id mean the root.
     const char16_t* getString(const char* key, const char* locale, unsigned& length);
     const std::byte* getBinary(const char* key, const char* locale, unsigned& length);
+    const char16_t* getString(const char* key, const Locale& locale, unsigned& length) {
+        return getString(key, locale.key(), length);
+    }
+    const std::byte* getBinary(const char* key, const Locale& locale, unsigned& length) {
+        return getBinary(key, locale.key(), length);
+    }
 
     // Whether there is any file of the bundle for the locale or what it falls back to.
     bool exists(const char* locale);

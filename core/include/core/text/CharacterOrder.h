@@ -19,7 +19,8 @@ public:
 
 using CharacterOrderPtr = std::shared_ptr<const CharacterOrder>;
 
-// The order of the system's locale, with case and accents told apart. Opened once.
+// The order of the current process's locale, without a process that of the system, with case and
+// accents told apart. Opened once a locale; defined in `locale`.
 ORBCORE_API const CharacterOrderPtr& system_character_order();
 
 // The order of a locale by its id ("ru", "sv_SE"); an unknown one gets the root order. Opening

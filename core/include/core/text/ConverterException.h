@@ -23,6 +23,9 @@ public:
     Error error() const noexcept { return error_; }
     const stdx::ustring& encoding() const noexcept { return encoding_; } // as it was asked for
 
+    void serialize(IOutPersistenceStorage* storage) const;
+    void deserialize(IInPersistenceStorage* storage);
+
 private:
     Error error_ = Error::None;
     stdx::ustring encoding_;

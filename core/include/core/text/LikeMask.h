@@ -50,7 +50,7 @@ ORBCORE_API bool compare_nocase_like(std::basic_string_view<char16_t> text,
                                      std::basic_string_view<char16_t> mask, char16_t escape,
                                      const CharacterOrderPtr& order);
 
-// The same in the order of the system's locale, for texts that end with a 0 or have a length.
+// The same in the order of the process's locale, for texts that end with a 0 or have a length.
 ORBCORE_API bool compare_like(const char16_t* text, const char16_t* mask, char16_t escape);
 ORBCORE_API bool compare_like(const char16_t* text, unsigned int textLength, const char16_t* mask,
                               char16_t escape);

@@ -68,5 +68,7 @@ ORB_NUMBER_TO_TEXT(string_ui64to, std::uint64_t)
 ORBCORE_API stdx::ustring string_dto(double value);
 // The same, replacing the string.
 ORBCORE_API void string_dto(double value, stdx::ustring& to);
+// The same into memory of 24 units, without a terminator; returns the end.
+ORBCORE_API char16_t* string_dto(double value, char16_t* to) noexcept;
 
 } // namespace core

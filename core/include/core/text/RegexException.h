@@ -17,6 +17,9 @@ public:
     int status() const noexcept { return status_; } // an ICU status code; 0: none is known
     const stdx::ustring& pattern() const noexcept { return pattern_; }
 
+    void serialize(IOutPersistenceStorage* storage) const;
+    void deserialize(IInPersistenceStorage* storage);
+
 private:
     std::int32_t status_ = 0;
     stdx::ustring pattern_;

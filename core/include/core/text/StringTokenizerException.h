@@ -24,6 +24,9 @@ public:
     Error error() const noexcept { return error_; }
     unsigned int position() const noexcept { return position_; }
 
+    void serialize(IOutPersistenceStorage* storage) const;
+    void deserialize(IInPersistenceStorage* storage);
+
 private:
     Error error_ = Error::None;
     unsigned int position_ = 0;
