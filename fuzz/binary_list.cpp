@@ -1,13 +1,11 @@
 // The binary form of lists: the first line is a program of calls, the rest are the bytes. What file
 // they come from makes no difference, and nothing is thrown but the list's own exception.
 #include "../tests/lists/ListProgram.h"
-#include "../tests/support/ProcessTest.h"
 
 #include <cstdint>
 #include <cstdlib>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const test::ManualProcess process;
     const std::string_view all(reinterpret_cast<const char*>(data), size);
     const std::size_t end = all.find('\n');
     if (end == all.npos) return 0;

@@ -1,6 +1,6 @@
 // Text streams and byte buffers beside their peers. What should hold: lines of a file are read, and
-// decoded to UTF-16, in half the time of QTextStream and near to that of std::getline, which decodes
-// nothing; writing costs what it costs others; bytes go into a byte buffer as fast as by memcpy.
+// decoded to UTF-16, in less time than std::getline takes, which decodes nothing; writing costs what
+// it costs others; bytes go into a byte buffer as fast as by memcpy.
 #include <core/component/Object.h>
 #include <core/files/FileStreams.h>
 #include <core/streams/IByteBuffer.h>
@@ -105,12 +105,13 @@ void count_bytes(benchmark::State& state, std::size_t bytes) {
 
 // --- reading lines ---
 
-template <class ReadLine> void read_lines(benchmark::State& state, ReadLine readLine) {
+template <class ReadLine>
+void read_lines(benchmark::State& state, ReadLine readLine, const char16_t* separator = nullptr) {
+    const char* const path = text_file(static_cast<int>(state.range(0))).path();
     for (auto _ : state) {
         core::InputFileStream in;
-        const auto file = core::make_object<DescriptorFile>(
-            text_file(static_cast<int>(state.range(0))).path(), O_RDONLY);
-        in.open(file.get(), core::kUTF8Encoding, false);
+        const auto file = core::make_object<DescriptorFile>(path, O_RDONLY);
+        in.open(file.get(), core::kUTF8Encoding, false, separator);
         std::size_t units = 0;
         while (!in->eof()) units += readLine(*in.reader());
         benchmark::DoNotOptimize(units);
@@ -118,12 +119,19 @@ template <class ReadLine> void read_lines(benchmark::State& state, ReadLine read
     count_bytes(state, kFileSize);
 }
 
-void lines_orbcore(benchmark::State& state) {
+void lines_into_buffer(benchmark::State& state, const char16_t* separator) {
     const auto line = core::create_std_string_buffer();
-    read_lines(state, [&](core::IBufferedReader& reader) {
+    const auto read = [&](core::IBufferedReader& reader) {
         line->clear();
         return reader.readLine(line.get());
-    });
+    };
+    read_lines(state, read, separator);
+}
+void lines_orbcore(benchmark::State& state) {
+    lines_into_buffer(state, nullptr);
+}
+void lines_orbcore_separator(benchmark::State& state) {
+    lines_into_buffer(state, core::kWindowsLineSeparator);
 }
 void lines_orbcore_string(benchmark::State& state) {
     read_lines(state, [](core::IBufferedReader& reader) { return reader.readLine().size(); });
@@ -135,6 +143,21 @@ void lines_getline(benchmark::State& state) {
         std::string line;
         std::size_t bytes = 0;
         while (std::getline(in, line)) bytes += line.size();
+        benchmark::DoNotOptimize(bytes);
+    }
+    count_bytes(state, kFileSize);
+}
+
+// A string of its own for each line.
+void line_strings_getline(benchmark::State& state) {
+    for (auto _ : state) {
+        std::ifstream in(text_file(static_cast<int>(state.range(0))).path(), std::ios::binary);
+        std::size_t bytes = 0;
+        for (bool more = true; more;) {
+            std::string line;
+            more = static_cast<bool>(std::getline(in, line));
+            bytes += line.size();
+        }
         benchmark::DoNotOptimize(bytes);
     }
     count_bytes(state, kFileSize);
@@ -308,6 +331,9 @@ void bytes_memcpy(benchmark::State& state) {
 void both_line_ends(benchmark::internal::Benchmark* b) {
     b->Arg(0)->Arg(1)->ArgName("crlf")->Unit(benchmark::kMillisecond);
 }
+void windows_line_ends(benchmark::internal::Benchmark* b) {
+    b->Arg(1)->ArgName("crlf")->Unit(benchmark::kMillisecond);
+}
 
 BENCHMARK(lines_orbcore)->Name("read_lines/orbcore")->Apply(both_line_ends);
 BENCHMARK(lines_getline)->Name("read_lines/getline")->Apply(both_line_ends);
@@ -316,6 +342,9 @@ BENCHMARK(lines_qt)->Name("read_lines/qt")->Apply(both_line_ends);
 #endif
 BENCHMARK(lines_plain_read)->Name("read_lines/plain_read")->Apply(both_line_ends);
 BENCHMARK(lines_orbcore_string)->Name("read_line_strings/orbcore")->Apply(both_line_ends);
+BENCHMARK(line_strings_getline)->Name("read_line_strings/getline")->Apply(both_line_ends);
+BENCHMARK(lines_orbcore_separator)->Name("read_separated_lines/orbcore")->Apply(windows_line_ends);
+BENCHMARK(lines_getline)->Name("read_separated_lines/getline")->Apply(windows_line_ends);
 BENCHMARK(write_orbcore)->Name("write_lines/orbcore")->Unit(benchmark::kMillisecond);
 BENCHMARK(write_ofstream)->Name("write_lines/ofstream")->Unit(benchmark::kMillisecond);
 #ifdef ORBCORE_PEER_QT

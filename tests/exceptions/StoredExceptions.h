@@ -21,7 +21,7 @@ public:
 
     core::ListOutStream* listStream() override { return &list_; }
     core::InterfacePtr<core::IFileEx> binFile() override {
-        throw core::UnsupportedOperationException(ORB_HERE);
+        throw core::UnsupportedOperationException();
     }
     void setIndirect(bool indirect) override { indirect_ = indirect; }
     bool isIndirect() override { return indirect_; }
@@ -44,10 +44,10 @@ public:
 
     core::ListInStream* listStream() override { return &list_; }
     core::InterfacePtr<core::IFileEx> binFile() override {
-        throw core::UnsupportedOperationException(ORB_HERE);
+        throw core::UnsupportedOperationException();
     }
     core::InterfacePtr<core::IFile> forwardOnlyBinFile() override {
-        throw core::UnsupportedOperationException(ORB_HERE);
+        throw core::UnsupportedOperationException();
     }
 
 private:

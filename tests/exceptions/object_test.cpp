@@ -96,10 +96,11 @@ TEST_F(ExceptionObject_, WithoutMemoryThrowsBadAlloc) {
     EXPECT_THROW(exception.object(), std::bad_alloc);
 }
 
-TEST_F(ExceptionObject_, RefusesAnExceptionOfAnotherClassThanItsFieldsNeed) {
+TEST_F(ExceptionObject_, RefusesAnExceptionOfAnotherClass) {
     const auto object = create_object<IExceptionObject>(CLSID_TableExceptionObject);
     const auto other = IllegalStateException().object();
     EXPECT_THROW(object->assign(*other->exception()), IllegalArgumentException);
+    EXPECT_THROW(other->assign(*object->exception()), IllegalArgumentException);
 }
 
 TEST_F(ExceptionObject_, IsBlankWhenNew) {

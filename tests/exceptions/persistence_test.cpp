@@ -17,9 +17,11 @@
 #include <core/component/ThreadException.h>
 #include <core/component/Utf8.h>
 #include <core/files/FileException.h>
+#include <core/files/FileSystemFunctions.h>
 #include <core/locale/LocaleException.h>
 #include <core/numbers/NumericException.h>
 #include <core/numbers/TimeZoneException.h>
+#include <core/persistence/StreamPersistenceStorage.h>
 #include <core/storage/StorageException.h>
 #include <core/streams/BufferException.h>
 #include <core/streams/IOException.h>
@@ -33,7 +35,6 @@
 #include <cstdlib>
 #include <cxxabi.h>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <random>
 #include <typeinfo>
@@ -220,7 +221,11 @@ TEST_F(StoredException, DISABLED_IsWrittenByAnotherProcess) {
         top.categories() = 0b1010; // LocalFileAccessError, PrinterError
         failure = top.object();
     }
-    std::ofstream(path, std::ios::binary) << to_bytes(failure.get());
+    const auto storage = create_object<IOutPersistenceStorage>(CLSID_StreamOutPersistenceStorage);
+    const InterfacePtr<IStreamPersistenceStorage> stream(storage);
+    stream->open(file_url(from_utf8(path)));
+    write_exception_object(storage.get(), failure.get());
+    stream->close();
 }
 
 TEST_F(StoredException, OfAnotherProcessIsThrownWithItsTrueClassAndCauses) {
@@ -233,11 +238,12 @@ TEST_F(StoredException, OfAnotherProcessIsThrownWithItsTrueClassAndCauses) {
         "' --gtest_also_run_disabled_tests --gtest_brief=1"
         " --gtest_filter=StoredException.DISABLED_IsWrittenByAnotherProcess >/dev/null";
     ASSERT_EQ(std::system(command.c_str()), 0);
-    std::ifstream stream(file, std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(stream)), {});
+    const auto storage = create_object<IInPersistenceStorage>(CLSID_StreamInPersistenceStorage);
+    const InterfacePtr<IStreamPersistenceStorage> stream(storage);
+    stream->open(file_url(from_utf8(file)));
+    const Object failure = read_exception_object(storage.get());
+    stream->close();
     std::filesystem::remove(file);
-
-    const Object failure = from_bytes(bytes);
     ASSERT_TRUE(failure);
     failure->setOnClientFromServer();
     try {
@@ -315,6 +321,14 @@ TEST_F(StoredException, KeepsWhatAnOlderListDoesNotTell) {
     EXPECT_EQ(exception.creationStackTrace(), u"stack"_us);
 }
 
+TEST_F(StoredException, HasTheTraceOfTheListAlone) {
+    Exception exception(u"x"); // with a trace of its own
+    const auto reader =
+        make_reader(wide("{" + std::string(kPlain) + ",\"d\"," + kNoCause + kBaseFields + "}"), 0);
+    exception.deserialize(make_object<ListInStorage>(reader.get()).get());
+    EXPECT_EQ(exception.creationStackTrace(), u""_us);
+}
+
 TEST_F(StoredException, RefusesOtherLists) {
     const std::string foreign = item(kThread, kNoCause, kBaseFields + ",5");
     const struct {
@@ -384,13 +398,17 @@ TEST_F(StoredException, HasNoMoreCausesThanCanBeRead) {
     }
 }
 
-TEST_F(StoredException, WithCausesWithoutEndIsRefused) {
+TEST_F(StoredException, WithMoreCausesThanAreStoredIsRefused) {
+    std::string chain = kNoCause;
+    for (unsigned n = 0; n < kMaxStoredExceptions; ++n) chain = item(kPlain, chain, "");
+    EXPECT_EQ(length_of(from_text(wide(chain)).get()), kMaxStoredExceptions);
+    chain = item(kPlain, chain, "");
+    EXPECT_STREQ(outcome_of([&] { from_text(wide(chain)); }), "refused");
+
     const std::string plain(kPlain);
     std::string endless;
-    for (unsigned n = 0; n <= kMaxStoredExceptions; ++n)
-        endless += "{" + plain + ",{" + plain + ",\"d\",";
+    for (unsigned n = 0; n < 100'000; ++n) endless += "{" + plain + ",{" + plain + ",\"d\",";
     EXPECT_STREQ(outcome_of([&] { from_text(wide(endless)); }), "refused");
-    EXPECT_TRUE(from_text(wide(item(kPlain, kNoCause, "")))); // the next one is counted anew
 }
 
 // A cause of the program's own that cannot persist.

@@ -302,6 +302,11 @@ TEST_F(DateParsing, TakesWholeTextsAlone) {
     }
     Date date;
     EXPECT_FALSE(format_of(u"en").parse(std::u16string(1'000'000, u'1'), u"d", date));
+    for (const char16_t unit : {u'1', u'\u200E', u' '}) {
+        const std::u16string text = u"7" + std::u16string(40, unit) + u"7";
+        EXPECT_FALSE(format_of(u"en").parse(text, u"SSS", date)) << "ICU divides by zero";
+    }
+    EXPECT_TRUE(format_of(u"en").parse(u"7.123", u"s.SSS", date));
 }
 
 TEST_F(DateParsing, TakesYearsOfTwoDigitsFromTheCenturyOfTheThread) {

@@ -134,7 +134,7 @@ TEST(NumericFormatOfAllLocales, WritesAndReadsAsIcuDoes) {
                                      format.getDecimalSeparator() + format.getGroupingSeparator() +
                                      u' ' + std::u16string(format.getNegativePrefix());
         for (int i = 0; i != 200; ++i) {
-            std::u16string text(i % 2, units.back());
+            std::u16string text(i % 2 ? 1 : 0, units.back());
             for (auto size = 1 + random() % 9; size != 0; --size)
                 text += units[random() % units.size()];
             Numeric value(-42), expected(-42);

@@ -4,12 +4,17 @@
 #include "support/ProcessTest.h"
 
 #include <core/component/ClassDescriptor.h>
+#include <core/files/FileException.h>
 #include <core/files/FileSystemFunctions.h>
 #include <core/numbers/Numeric.h>
+#include <core/persistence/FileSegmentFile.h>
 
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <random>
+
+#include <unistd.h>
 
 namespace {
 
@@ -18,6 +23,15 @@ using namespace test;
 using namespace std::string_literals;
 
 class StorageForms : public ProcessTest {};
+
+struct TestFile {
+    explicit TestFile(const std::string& bytes) { std::ofstream(path, std::ios::binary) << bytes; }
+    ~TestFile() { std::filesystem::remove(path); }
+
+    const std::filesystem::path path =
+        std::filesystem::temp_directory_path() / ("storage_test." + std::to_string(::getpid()));
+    const URL url = file_url(stdx::ustring(path.u16string()));
+};
 
 // {1, "ab" attached, nothing attached, "x", 49 bytes attached}
 void put_sample(IOutPersistenceStorage& storage) {
@@ -188,51 +202,36 @@ TEST_F(StorageForms, TheListOfATextIsAnyList) {
 }
 
 TEST_F(StorageForms, ReadTheTextOfAttachments) {
-    const std::string long768(1024, 'A'), long771(1028, 'A'), z768(768, '\0'), z771(771, '\0');
-    const std::string refused(kRefused);
+    const std::string long768(1024, 'A'), z768(768, '\0');
     const struct {
         std::string text, expected;
     } rows[] = {
-        {"{#base64:YWJj}", "abc;"},
-        {" {#base64:YW\r\nJj }", "abc;"},
-        {"{#base64:YWJ}", refused},
-        {"{#base64:YWJj", refused},
-        {"{#base64:YWJj,1}", refused},
-        {"{#base64 YWJj}", refused},
-        {"{#base64YWJj:}", refused},
-        {"{#Base64:YWJj}", refused},
-        {"{ #base64:YWJj}", refused},
-        {"{:YWJj}", refused},
-        {"{#base64", refused},
-        {"1", refused},
-        // The older code: "a" is 1 + 26 * 64 + …, the lowest byte first.
-        {"{#data:}", ";"},
-        {"{#data:BAAA}", "\1\0\0;"s},
-        {"{#data:BCDE}", std::string("\x81\x30\x10;", 4)},
-        {"{#data:////}", "\xFF\xFF\xFF;"},
-        {"{#data:BA==}", "\1;"},
-        {"{#data:BAA=}", "\1\0;"s},
-        {"{#data:" + long768 + "}", z768 + ';'},
-        {"{#data:" + long771 + "}", z771 + ';'},
-        {"{#data:" + long768 + "BA==}", z768 + "\1;"},
-        {"{#data:BAAABA}", "\1\0\0;"s}, // a brace in a group ends the data in front of it
-        {"{#data:BA=}", ";"},
-        {"{#data:BA=A}", refused},
-        {"{#data:B===}", refused},
-        {"{#data:BA==BAAA}", refused},
-        {"{#data:BAAA\n}", "\1\0\0;"s}, // the end of a list may follow spaces
-        {"{#data:BA\nAA}", refused},
-        {"{#data:BAAA*}", refused},
-        {"{#data:BAA\xC3\xA9}", refused},
-        {"{#data:BAA\xD0\x90}", refused},
-        {"{#data:BAAA", refused},
-        {"{#data:", refused},
+        {"{#base64:YWJj}", "abc"},
+        {" {#base64:YW\r\nJj }", "abc"},
+        // The code of old, the lowest bits and bytes first.
+        {"{#data:}", ""},
+        {"{#data:BAAA}", "\1\0\0"s},
+        {"{#data:BCDE}", "\x81\x30\x10"},
+        {"{#data:////}", "\xFF\xFF\xFF"},
+        {"{#data:BA==}", "\1"},
+        {"{#data:BAA=}", "\1\0"s},
+        {"{#data:" + long768 + "}", z768},
+        {"{#data:" + long768 + "BAAA}", z768 + "\1\0\0"s},
+        {"{#data:" + long768 + "BA==}", z768 + "\1"},
+        // A brace in a group ends the data in front of the group; spaces may stand before it.
+        {"{#data:BAAABA}", "\1\0\0"s},
+        {"{#data:BA=}", ""},
+        {"{#data:BAAA\n}", "\1\0\0"s},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(run(kStream, "f", row.text), row.expected);
-        EXPECT_EQ(run(kStream, "o", row.text), row.expected);
-    }
+    for (const auto& row : rows)
+        for (const char* const operation : {"f", "o"})
+            EXPECT_EQ(run(kStream, operation, row.text), row.expected + ';') << row.text;
+    for (const char* const text :
+         {"{#base64:YWJ}", "{#base64:YWJj", "{#base64:YWJj,1}", "{#base64 YWJj}", "{#base64YWJj:}",
+          "{#Base64:YWJj}", "{ #base64:YWJj}", "{:YWJj}", "{#base64", "1", "{#data:BA=A}",
+          "{#data:B===}", "{#data:BA==BAAA}", "{#data:BA\nAA}", "{#data:BAAA*}",
+          "{#data:BAA\xC3\xA9}", "{#data:BAA\xD0\x90}", "{#data:BAAA", "{#data:"})
+        EXPECT_EQ(run(kStream, "f", text), kRefused) << text;
 }
 
 TEST_F(StorageForms, ReadTheChunksOfBytes) {
@@ -271,48 +270,78 @@ std::string compact(std::string_view text) {
 TEST_F(StorageForms, SectionsAreFoundInTheirOrder) {
     const std::string three =
         section(0, "a") + section(1, std::string(20'000, 'b')) + section(2, "c");
+    const std::string longest = number(0, 4) + number(~0ull, 8);
+    const std::string refused(kRefused);
     const struct {
-        const char* what;
         std::string bytes;
         const char* operations;
         std::string expected;
     } rows[] = {
-        {"one is passed over", compact("{{0},{2}}") + three, "{ff}", "a;c;"},
-        {"passed over at first", compact("{{2},{0}}") + three, "{ff}",
-         "c;" + std::string(kRefused)},
-        {"the same again", compact("{{0},{0}}") + three, "{ff}", "a;" + std::string(kRefused)},
-        {"one that is not there", compact("{{3}}") + three, "{f}", std::string(kRefused)},
-        {"one that begins too high", compact("{{0}}") + section(1, "x"), "{f}",
-         std::string(kRefused)},
-        {"numbers with a gap", compact("{{5},{9}}") + section(5, "x") + section(9, "y"), "{ff}",
-         "x;y;"},
-        {"a length behind the end", compact("{{0}}") + number(0, 4) + number(2, 8) + "a", "{f}",
-         std::string(kRefused)},
-        {"a length of 2 GiB", compact("{{0}}") + number(0, 4) + number(0x80000000, 8) + "a", "{f}",
-         std::string(kRefused)},
-        {"the longest", compact("{{0}}") + number(0, 4) + number(~0ull, 8) + "a", "{f}",
-         std::string(kRefused)},
-        {"passing the longest",
-         compact("{{1}}") + number(0, 4) + number(~0ull, 8) + section(1, "a"), "{f}",
-         std::string(kRefused)},
-        {"passing what ends there", compact("{{1}}") + number(0, 4) + number(3, 8) + "a", "{f}",
-         std::string(kRefused)},
-        {"half a header", compact("{{0}}") + number(0, 4) + number(0, 7), "{f}",
-         std::string(kRefused)},
-        {"another signature", "\1\3" + compact("1").substr(2), "i", std::string(kRefused)},
-        {"half a signature", "\1", "i", std::string(kRefused)},
-        {"a text behind the end", "\1\1" + number(~0ull, 8) + "1", "i", std::string(kRefused)},
-        {"no transform class", "\2\1" + number(0, 15), "i", std::string(kRefused)},
-        {"an unknown transform class", "\2\1" + number(7, 16) + number(1, 8) + "1", "i",
-         std::string(kRefused)},
+        {compact("{{0},{2}}") + three, "{ff}", "a;c;"},
+        {compact("{{2},{0}}") + three, "{ff}", "c;" + refused}, // was passed over
+        {compact("{{0},{0}}") + three, "{ff}", "a;" + refused},
+        {compact("{{5},{9}}") + section(5, "x") + section(9, "y"), "{ff}", "x;y;"},
+        {compact("{{3}}") + three, "{f}", refused},
+        {compact("{{0}}") + section(1, "x"), "{f}", refused},
+        // lengths behind the end, of what is read and of what is passed
+        {compact("{{0}}") + number(0, 4) + number(2, 8) + "a", "{f}", refused},
+        {compact("{{1}}") + number(0, 4) + number(3, 8) + "a", "{f}", refused},
+        {compact("{{0}}") + longest + "a", "{f}", refused},
+        {compact("{{1}}") + longest + section(1, "a"), "{f}", refused},
+        {compact("{{0}}") + number(0, 4) + number(0, 7), "{f}", refused},
+        {"\1\1" + number(~0ull, 8) + "1", "i", refused},
+        // other signatures, none, no class of a filter, an unknown one
+        {"\1\3" + compact("1").substr(2), "i", refused},
+        {"\1", "i", refused},
+        {"\2\1" + number(0, 15), "i", refused},
+        {"\2\1" + number(7, 16) + number(1, 8) + "1", "i", refused},
     };
     for (const auto& row : rows)
         for (const bool seekable : {false, true})
             EXPECT_EQ(run(kCompact, row.operations, row.bytes, seekable), row.expected)
-                << row.what << ' ' << seekable;
+                << &row - rows << ' ' << seekable;
     const auto storage = create_object<ICompactInPersistenceStorage>(kCompact.in);
     EXPECT_FALSE(storage->attach(source_of("{1}", true).get(), nullptr));
     EXPECT_THROW(storage->listStream(), ListStreamException);
+}
+
+// A file whose second attachment lies behind 2 GiB and a byte of nothing.
+TEST_F(StorageForms, LengthsOf2GiBAreLengths) {
+    const std::string begin = compact("{{1}}") + number(0, 4) + number(0x80000001, 8);
+    const TestFile file(begin);
+    std::filesystem::resize_file(file.path, begin.size() + 0x80000001);
+    std::ofstream(file.path, std::ios::app | std::ios::binary) << section(1, "found");
+    EXPECT_EQ(run(kCompact, "{f}", get_service<IFileSystem>()->open(file.url, 264).get()),
+              "found;");
+}
+
+TEST_F(StorageForms, AWindowIsAFileOfItsOwn) {
+    const InterfacePtr<IFileEx> file(source_of("0123456789", true));
+    const auto segment = create_object<IFileSegmentFile>(CLSID_FileSegmentFile);
+    const InterfacePtr<IFileEx> window(segment);
+    char byte;
+    EXPECT_THROW(window->read(&byte, 1), FileException);
+    segment->attach(file.get(), 3, 4);
+    file->seek(0, kSeekFromStart);
+    EXPECT_EQ(read_all(*window), "3456");
+    const struct {
+        long long offset;
+        int origin;
+        long long expected;
+    } seeks[] = {{1, kSeekFromStart, 1},
+                 {2, kSeekFromCurrent, 3},
+                 {-5, kSeekFromCurrent, 0},
+                 {-1, kSeekFromEnd, 3},
+                 {1, kSeekFromEnd, 4},
+                 {9, kSeekFromStart, 4},
+                 {-1, kSeekFromStart, 0},
+                 {2, 0, 0},
+                 {std::numeric_limits<long long>::max(), kSeekFromEnd, 4},
+                 {std::numeric_limits<long long>::min(), kSeekFromCurrent, 0}};
+    for (const auto& seek : seeks) EXPECT_EQ(window->seek(seek.offset, seek.origin), seek.expected);
+    EXPECT_THROW(window->write("x", 1), FileException);
+    segment->attach(file.get(), 8, 100); // longer than the file
+    EXPECT_EQ(read_all(*window), "89");
 }
 
 // ---- A filter, made again by its class: every byte changed, and one put in front.
@@ -430,28 +459,26 @@ TEST_F(StorageForms, AStorageClosesItselfAndOpensAgain) {
 }
 
 TEST_F(StorageForms, AreOpenedByURL) {
-    const auto path =
-        std::filesystem::temp_directory_path() / ("storage_test." + std::to_string(::getpid()));
-    const URL url = file_url(stdx::ustring(path.u16string()));
     for (const StorageKind& kind : kKinds) {
         SCOPED_TRACE(kind.name);
-        std::ofstream(path) << std::string(100'000, 'x'); // is emptied
+        const TestFile file(std::string(100'000, 'x')); // is emptied
         const auto out = create_object<IOutPersistenceStorage>(kind.out);
         const auto in = create_object<IInPersistenceStorage>(kind.in);
         if (const InterfacePtr<IStreamPersistenceStorage> stream(out); stream)
-            stream->open(url);
+            stream->open(file.url);
         else
-            InterfacePtr<ICompactOutPersistenceStorage>(out)->open(url, nullptr);
+            InterfacePtr<ICompactOutPersistenceStorage>(out)->open(file.url, nullptr);
         put_sample(*out);
         attach(*out, nullptr);
         if (const InterfacePtr<IStreamPersistenceStorage> stream(in); stream)
-            stream->open(url);
+            stream->open(file.url);
         else
-            InterfacePtr<ICompactInPersistenceStorage>(in)->open(url);
-        EXPECT_EQ(read_item(*in, '{') + read_item(*in, 'i') + read_item(*in, 'f'), "1;ab;");
-        EXPECT_EQ(std::filesystem::file_size(path), stored(kind, put_sample).size());
+            InterfacePtr<ICompactInPersistenceStorage>(in)->open(file.url);
+        std::string result;
+        for (const char operation : std::string_view("{if")) result += read_item(*in, operation);
+        EXPECT_EQ(result, "1;ab;");
+        EXPECT_EQ(std::filesystem::file_size(file.path), stored(kind, put_sample).size());
     }
-    std::filesystem::remove(path);
 }
 
 TEST_F(StorageForms, CanBePartOfAnObject) {

@@ -2,7 +2,7 @@
 // programs of reads, an operation a letter, whose results are written down.
 #pragma once
 
-#include "lists/ListSources.h"
+#include "../lists/ListSources.h"
 
 #include <core/component/SCOM_Process.h>
 #include <core/component/Utf8.h>
@@ -59,7 +59,8 @@ template <class Put> std::string stored(const StorageKind& kind, Put put) {
 }
 
 inline void put_attachment(core::IOutPersistenceStorage& storage, std::string_view bytes) {
-    storage.binFile()->write(bytes.data(), static_cast<unsigned>(bytes.size()));
+    const auto file = storage.binFile();
+    if (!bytes.empty()) file->write(bytes.data(), static_cast<unsigned>(bytes.size()));
 }
 
 inline std::string read_all(core::IFile& file) {

@@ -93,6 +93,37 @@ TEST(BufferedReaders, AgreeWithAPlainSplitter) {
     }
 }
 
+// Line ends in every place, and separators longer than pieces and blocks.
+TEST(BufferedReaders, FindLinesHoweverLongTheyAre) {
+    std::u16string dense, longSeparator(20'000, u'x');
+    for (unsigned length = 0; length < 300; ++length)
+        dense += std::u16string(length, u'a') + u"\r\n";
+    for (unsigned mask = 0; mask < 1024; ++mask)
+        for (unsigned bit = 0; bit < 10; ++bit) dense += mask >> bit & 1 ? u"\r\n"[bit % 2] : u'b';
+    longSeparator.front() = u'<';
+    const std::u16string apart = u"one" + longSeparator + longSeparator + u"three";
+    const struct {
+        const char* what;
+        std::u16string text, separator;
+    } rows[] = {
+        {"any", dense, u""},
+        {"pairs", dense, u"\r\n"},
+        {"single", dense, u"\r"},
+        {"long separator", apart, longSeparator},
+        {"long separator, cut off", apart + longSeparator.substr(0, 15'000), longSeparator},
+        {"long separator, nearly", apart + longSeparator.substr(0, 19'999) + u"y", longSeparator},
+    };
+    for (const auto& row : rows)
+        for (const std::vector<unsigned>& pieces : {std::vector{8192u}, std::vector{777u, 63u}}) {
+            SCOPED_TRACE(row.what);
+            const test::SplitText expected = test::split(row.text, row.separator);
+            EXPECT_TRUE(lines_of(row.text, pieces, row.separator.c_str()) == expected.lines);
+            const auto reader = create_buffered_reader();
+            reader->open(reader_of(row.text, pieces).get(), row.separator.c_str());
+            EXPECT_TRUE(read_stream(reader.get()).view() == expected.text);
+        }
+}
+
 TEST(BufferedReaders, GoOnFromInsideOfADelimiter) {
     const auto reader = create_buffered_reader();
     reader->open(reader_of(u"ab\r\ncd\r\n").get());

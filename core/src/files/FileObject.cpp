@@ -209,7 +209,11 @@ bool FileObject::tryUnlock(unsigned long long offset, unsigned length) {
 
 void FileObject::reopen() {
     if (descriptor_ >= 0) throw IllegalStateException(ORB_HERE);
-    handle_ = file_io_manager().open(path_, mode_);
+    try {
+        handle_ = file_io_manager().open(path_, mode_);
+    } catch (const FileException& exception) { // the path is not for everybody to see
+        rethrow_file_exception(ORB_FILE_HERE, exception, url_);
+    }
     descriptor_ = file_io_manager().descriptor(handle_);
 }
 

@@ -125,6 +125,18 @@ DateSymbols symbols_of(const OpenDateFormat& format) {
     return symbols;
 }
 
+// ICU divides by zero where a fraction of a second takes 35 units, digits and what it skips between
+// them.
+bool has_endless_fraction(std::u16string_view text, std::u16string_view pattern) noexcept {
+    constexpr int kMostRun = 30;
+    if (pattern.find(u'S') == pattern.npos) return false;
+    int run = 0;
+    return std::any_of(text.begin(), text.end(), [&run](char16_t c) {
+        run = is_digit(c) || !is_graph(c) ? run + 1 : 0;
+        return run > kMostRun;
+    });
+}
+
 int beginning_of_century() {
     const Thread* const thread = current_thread();
     return thread ? thread->getBeginningOfCentury() : kDefaultBeginningOfCentury;
@@ -297,6 +309,7 @@ stdx::ustring DateFormat::format(const Date& date, std::u16string_view pattern) 
 bool DateFormat::parse(std::u16string_view text, std::u16string_view pattern, Date& date) const {
     if (pattern.empty() || text.size() > kMostParsed) return false;
     if (record_->dates.read_plain(text, pattern, date)) return true;
+    if (has_endless_fraction(text, pattern)) return false;
     Date found;
     const std::int32_t end = record_->dates.read(text, pattern, beginning_of_century(), found);
     if (end == 0) return false;

@@ -41,26 +41,30 @@ public:
 private:
     std::optional<ListInStream> list_;
     InterfacePtr<IFileEx> copies_; // of attachments; null before the first
+    std::uint64_t copied_ = 0;     // bytes of whole attachments in there
 };
 
 void BinaryStreamInPersistenceStorage::attach(IFile* file) {
     list_.reset();
     copies_.reset();
+    copied_ = 0;
     if (file) list_.emplace(create_buffered_file(file, kBufferSize).get());
 }
 
 InterfacePtr<IFileEx> BinaryStreamInPersistenceStorage::binFile() {
     const auto attachment = make_object<BinaryStreamInFile>(opened(list_)->get());
     if (!copies_) copies_ = create_buffered_temp_file(kAttachmentsInMemory, kBufferSize);
-    const auto start = static_cast<std::uint64_t>(copies_->seek(0, kSeekFromEnd));
-    std::uint64_t length = 0;
+    const std::uint64_t start = copied_;
+    std::uint64_t end = start;
+    copies_->seek(static_cast<long long>(start), kSeekFromStart);
     for (auto bytes = attachment->ahead(); !bytes.empty(); bytes = attachment->ahead()) {
         copies_->write(bytes.data(), static_cast<unsigned>(bytes.size()));
         attachment->pass(bytes.size());
-        length += bytes.size();
+        end += bytes.size();
     }
     attachment->finish();
-    return make_file_segment(copies_.get(), start, length);
+    copied_ = end;
+    return make_file_segment(copies_.get(), start, end - start);
 }
 
 } // namespace core

@@ -18,7 +18,6 @@ public:
         }
     }
 
-    bool any() const noexcept { return fault_ != nullptr; }
     // Throws the fault, if there is one, and forgets it.
     void raise() {
         if (fault_) std::rethrow_exception(std::exchange(fault_, nullptr));

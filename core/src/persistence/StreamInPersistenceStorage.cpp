@@ -1,46 +1,16 @@
 #include <core/persistence/StreamPersistenceStorage.h>
 
-#include "AttachmentWords.h"
-#include "OldAttachment.h"
+#include "AttachmentItem.h"
 #include "StorageParts.h"
 
 #include <core/component/ClassDescriptor.h>
 #include <core/component/Object.h>
 #include <core/files/TempFile.h>
-#include <core/files/TextFiles.h>
 
 namespace core {
 namespace {
 
 constexpr unsigned kAttachmentInMemory = 0x40000;
-
-// The word in front of an attachment, with its colon.
-class AttachmentWord {
-public:
-    explicit AttachmentWord(IReader& reader) {
-        do {
-            check(size_ != std::size(units_) && !reader.eof());
-            units_[size_++] = reader.get();
-        } while (units_[size_ - 1] != u':');
-    }
-    friend bool operator==(const AttachmentWord& word, std::u16string_view text) noexcept {
-        return std::u16string_view(word.units_, word.size_) == text;
-    }
-
-private:
-    char16_t units_[10 + 1];
-    std::size_t size_ = 0;
-};
-
-void read_attachment(IReader& reader, IFile& to) {
-    const AttachmentWord word(reader);
-    if (word == kBase64Attachment) {
-        check(decode_base64(&reader, &to));
-    } else {
-        check(word == kOldAttachment);
-        decode_old_attachment(reader, to);
-    }
-}
 
 } // namespace
 
@@ -77,8 +47,9 @@ void StreamInPersistenceStorage::attach(IFile* file) {
 InterfacePtr<IFileEx> StreamInPersistenceStorage::binFile() {
     ListInStream& list = *opened(list_);
     auto file = create_temp_file(kAttachmentInMemory);
+    AttachmentItem item(*file);
     list->beginList();
-    read_attachment(*text_.reader(), *file);
+    list->getObject(item);
     list->endList();
     file->seek(0, kSeekFromStart);
     return file;

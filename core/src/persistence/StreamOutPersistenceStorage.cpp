@@ -3,7 +3,7 @@
 // lands in front of that, wherever in the text that is.
 #include <core/persistence/StreamPersistenceStorage.h>
 
-#include "AttachmentWords.h"
+#include "AttachmentItem.h"
 #include "FirstFault.h"
 #include "ListOutStreamDecorator.h"
 #include "StorageParts.h"
@@ -12,7 +12,6 @@
 #include <core/component/Object.h>
 #include <core/component/Refcountable.h>
 #include <core/files/TempFile.h>
-#include <core/files/TextFiles.h>
 
 namespace core {
 namespace {
@@ -48,9 +47,9 @@ IListOutStream& TextWithAttachments::ready() {
     check(static_cast<bool>(list_));
     if (const auto attachment = std::move(waiting_)) {
         attachment->seek(0, kSeekFromStart);
+        AttachmentItem item(*attachment);
         list_->beginList();
-        text_.writer()->write(kBase64Attachment.data(), kBase64Attachment.size());
-        encode_base64(attachment.get(), text_.writer(), kBase64LineLength);
+        list_->putObject(item);
         list_->endList();
     }
     return *list_.get();

@@ -52,6 +52,16 @@ bool is_narrow(std::u16string_view units) noexcept {
                        [](char16_t c) { return c < 256; });
 }
 
+// Units below 256 as bytes.
+void narrow(const char16_t* from, std::size_t n, std::uint8_t* to) noexcept {
+    std::size_t i = 0;
+    for (; i + 8 <= n; i += 8) {
+        const __m128i block = load_block(from + i);
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(to + i), _mm_packus_epi16(block, block));
+    }
+    for (; i != n; ++i) to[i] = static_cast<std::uint8_t>(from[i]);
+}
+
 } // namespace
 
 const InterfaceEntry* BinaryListOutStream::_GetEntries() {
@@ -243,8 +253,7 @@ void BinaryListOutStream::put_units(std::u16string_view units) {
         while (!units.empty()) {
             reserve(1);
             const auto n = std::min<std::size_t>(units.size(), kCapacity - size_);
-            std::transform(units.data(), units.data() + n, bytes_ + size_,
-                           [](char16_t c) { return static_cast<std::uint8_t>(c); });
+            narrow(units.data(), n, bytes_ + size_);
             size_ += static_cast<unsigned>(n);
             units.remove_prefix(n);
         }

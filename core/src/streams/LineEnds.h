@@ -9,7 +9,9 @@
 #include <elm/string>
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 namespace core {
@@ -89,30 +91,33 @@ private:
     void list(unsigned first) noexcept {
         const unsigned begin = first / kGroup * kGroup;
         const unsigned end = std::min(begin + kStretch, size_);
-        const unsigned n = separator_.empty() ? list(first, begin, end, line_break_bits)
-                                              : list(first, begin, end, [this](const char16_t* at) {
-                                                    return unit_bits(at, separator_.view().front());
-                                                });
-        const unsigned kept = separator_.empty() ? n : keep_separators(n);
+        const unsigned groups = (end - begin + kGroup - 1) / kGroup;
+        std::uint64_t bits[kStretch / kGroup];
+        if (separatorSize_ == 0)
+            find_line_breaks(text_ + begin, groups, bits);
+        else
+            find_units(text_ + begin, groups, separator_.view().front(), bits);
+        constexpr std::uint64_t kAll = ~std::uint64_t{0};
+        bits[0] &= kAll << (first - begin);
+        if (end % kGroup != 0) bits[groups - 1] &= ~(kAll << end % kGroup);
+        const unsigned n = list_places(begin, {bits, groups});
+        const unsigned kept = separatorSize_ == 0 ? n : keep_separators(n); // may cut the block
         close_list(kept, std::min(end, size_));
     }
 
-    // Lists what `bits_of` finds, group by group; returns their number.
-    template <class BitsOf>
-    unsigned list(unsigned first, unsigned begin, unsigned end, BitsOf bits_of) noexcept {
-        constexpr std::uint64_t kAll = ~std::uint64_t{0}, kLast = std::uint64_t{1} << (kGroup - 1);
+    // Lists the places of the bits that are set; returns their number.
+    unsigned list_places(unsigned begin, std::span<const std::uint64_t> groups) noexcept {
+        constexpr std::uint64_t kLast = std::uint64_t{1} << (kGroup - 1);
         unsigned* out = ends_;
-        for (unsigned group = begin; group < end; group += kGroup) {
-            std::uint64_t bits = bits_of(text_ + group);
-            if (group < first) bits &= kAll << (first - group);
-            if (end - group < kGroup) bits &= ~(kAll << (end - group));
+        for (std::uint64_t bits : groups) {
             const auto put = [&] {
-                *out = group + static_cast<unsigned>(std::countr_zero(bits | kLast));
+                *out = begin + static_cast<unsigned>(std::countr_zero(bits | kLast));
                 out += bits != 0;
                 bits &= bits - 1;
             };
             for (unsigned i = 0; i < kFew; ++i) put();
             while (bits != 0) put();
+            begin += kGroup;
         }
         return static_cast<unsigned>(out - ends_);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "StringBufferBase.h"
+#include "UnitCopy.h"
 #include "WindowReader.h"
 
 namespace core {
@@ -27,7 +28,14 @@ public:
 
     using StringBufferBase::append;
     void append(char16_t unit) final { text_.push_back(unit); }
-    void append(const char16_t* text, unsigned n) final { text_.append(units_of(text, n)); }
+    void append(const char16_t* text, unsigned n) final {
+        // The string may move, and what lies in it.
+        const bool isInside = text >= text_.cbegin() && text <= text_.cend();
+        if (n == kAllUnits || !text || isInside)
+            text_.append(units_of(text, n));
+        else
+            copy_units(text_._append(n), text, n);
+    }
     unsigned append(StreamConverterToUnicode& converter, const char* bytes, unsigned n) final;
 
     using StringBufferBase::insert;

@@ -1,5 +1,6 @@
 #include "StringBuffer.h"
 
+#include "UnitCopy.h"
 #include "UnitMemory.h"
 
 #include <core/component/Object.h>
@@ -39,13 +40,11 @@ void StringBuffer::free_chunks_from(std::size_t first) noexcept {
 
 void StringBuffer::add_chunk(unsigned capacity) {
     const unsigned grown = elm::checked_size(std::size_t{capacity_} + capacity);
-    char16_t* const data = allocate_units(capacity);
-    try {
-        chunks_.push_back({data, 0, capacity});
-    } catch (...) {
-        free_units(data, capacity);
-        throw;
+    if (chunks_.size() == chunks_.capacity()) {
+        chunks_.reserve(chunks_.size() * 2 + 4);
+        set_tail(tail_);
     }
+    chunks_.push_back({allocate_units(capacity), 0, capacity});
     capacity_ = grown;
     set_tail(tail_);
 }

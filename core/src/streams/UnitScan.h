@@ -6,8 +6,9 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
+
+#include <immintrin.h>
 
 namespace core {
 
@@ -34,48 +35,77 @@ inline std::size_t find_unit(std::u16string_view text, char16_t unit) noexcept {
     return i;
 }
 
-// One bit for each of the 64 units at a place: whether it is `unit`.
-inline std::uint64_t unit_bits(const char16_t* at, char16_t unit) noexcept {
+// Of each of `groups` groups of 64 units, a bit a unit: whether it is the one looked for.
+
+inline void find_units_sse2(const char16_t* at, unsigned groups, char16_t unit,
+                            std::uint64_t* bits) noexcept {
     const __m128i wanted = _mm_set1_epi16(static_cast<short>(unit));
     const auto equal = [&](const char16_t* units) {
         return _mm_packs_epi16(_mm_cmpeq_epi16(load_block(units), wanted),
                                _mm_cmpeq_epi16(load_block(units + 8), wanted));
     };
-    return byte_mask(equal(at), equal(at + 16), equal(at + 32), equal(at + 48));
+    for (; groups != 0; --groups, at += 64)
+        *bits++ = byte_mask(equal(at), equal(at + 16), equal(at + 32), equal(at + 48));
 }
 
-// The same for CR and LF. Units are narrowed to bytes first, which makes no other unit one of the
-// two: what does not fit becomes 0 or 255.
-inline std::uint64_t line_break_bits(const char16_t* at) noexcept {
-    const __m128i lf = _mm_set1_epi8('\n');
-    const __m128i cr = _mm_set1_epi8('\r');
+// Any CR or LF. Units are narrowed to bytes first, which makes no other unit one of the two: what
+// does not fit becomes 0 or 255.
+inline void find_line_breaks_sse2(const char16_t* at, unsigned groups,
+                                  std::uint64_t* bits) noexcept {
+    const __m128i lf = _mm_set1_epi8('\n'), cr = _mm_set1_epi8('\r');
     const auto breaks = [&](const char16_t* units) {
         const __m128i bytes = _mm_packus_epi16(load_block(units), load_block(units + 8));
         return _mm_or_si128(_mm_cmpeq_epi8(bytes, lf), _mm_cmpeq_epi8(bytes, cr));
     };
-    return byte_mask(breaks(at), breaks(at + 16), breaks(at + 32), breaks(at + 48));
+    for (; groups != 0; --groups, at += 64)
+        *bits++ = byte_mask(breaks(at), breaks(at + 16), breaks(at + 32), breaks(at + 48));
 }
 
-// Copies units to other memory; few of them without a call.
-inline void copy_units(char16_t* to, const char16_t* from, unsigned n) noexcept {
-    const auto ends_of = [&](auto part) { // two parts that may overlap
-        constexpr unsigned kUnits = sizeof part / sizeof *to;
-        auto last = part;
-        std::memcpy(&part, from, sizeof part);
-        std::memcpy(&last, from + n - kUnits, sizeof part);
-        std::memcpy(to, &part, sizeof part);
-        std::memcpy(to + n - kUnits, &last, sizeof part);
-    };
-    if (n > 16)
-        std::memcpy(to, from, n * sizeof *to);
-    else if (n >= 8)
-        ends_of(__m128i());
-    else if (n >= 4)
-        ends_of(std::uint64_t());
-    else if (n >= 2)
-        ends_of(std::uint32_t());
-    else if (n == 1)
-        *to = *from;
+// The same two. Narrowing here takes turns between the quarters of its two sources; byte_mask_in_order
+// puts them right.
+
+[[gnu::target("avx2")]] inline unsigned byte_mask_in_order(__m256i bytes) noexcept {
+    const __m256i ordered = _mm256_permute4x64_epi64(bytes, 0b11'01'10'00);
+    return static_cast<unsigned>(_mm256_movemask_epi8(ordered));
+}
+
+[[gnu::target("avx2")]] inline void find_units_avx2(const char16_t* at, unsigned groups,
+                                                    char16_t unit, std::uint64_t* bits) noexcept {
+    const __m256i wanted = _mm256_set1_epi16(static_cast<short>(unit));
+    const auto* block = reinterpret_cast<const __m256i*>(at);
+    for (unsigned half = 0; half < 2 * groups; ++half, block += 2) {
+        const __m256i low = _mm256_cmpeq_epi16(_mm256_loadu_si256(block), wanted);
+        const __m256i high = _mm256_cmpeq_epi16(_mm256_loadu_si256(block + 1), wanted);
+        const std::uint64_t mask = byte_mask_in_order(_mm256_packs_epi16(low, high));
+        bits[half / 2] = half % 2 == 0 ? mask : bits[half / 2] | mask << 32;
+    }
+}
+
+[[gnu::target("avx2")]] inline void find_line_breaks_avx2(const char16_t* at, unsigned groups,
+                                                          std::uint64_t* bits) noexcept {
+    const __m256i lf = _mm256_set1_epi8('\n'), cr = _mm256_set1_epi8('\r');
+    const auto* block = reinterpret_cast<const __m256i*>(at);
+    for (unsigned half = 0; half < 2 * groups; ++half, block += 2) {
+        const __m256i bytes =
+            _mm256_packus_epi16(_mm256_loadu_si256(block), _mm256_loadu_si256(block + 1));
+        const std::uint64_t mask = byte_mask_in_order(
+            _mm256_or_si256(_mm256_cmpeq_epi8(bytes, lf), _mm256_cmpeq_epi8(bytes, cr)));
+        bits[half / 2] = half % 2 == 0 ? mask : bits[half / 2] | mask << 32;
+    }
+}
+
+// By what the processor has.
+
+inline void find_units(const char16_t* at, unsigned groups, char16_t unit,
+                       std::uint64_t* bits) noexcept {
+    static const auto find = __builtin_cpu_supports("avx2") ? find_units_avx2 : find_units_sse2;
+    find(at, groups, unit, bits);
+}
+
+inline void find_line_breaks(const char16_t* at, unsigned groups, std::uint64_t* bits) noexcept {
+    static const auto find =
+        __builtin_cpu_supports("avx2") ? find_line_breaks_avx2 : find_line_breaks_sse2;
+    find(at, groups, bits);
 }
 
 } // namespace core

@@ -1,6 +1,7 @@
-// The inner loops of UTF-8: stretches of text by vector. Two forms: by SSE2, which every processor
+// The inner loops of UTF-8: stretches of text by vector. Three forms: by SSE2, which every processor
 // has, for ASCII alone; by SSSE3, whose byte shuffle drops the places that carry no character, for
-// everything but pairs of surrogates. `utf8_blocks()` chooses once.
+// everything but pairs of surrogates; the same with AVX2 for the ASCII in it. `utf8_blocks()` chooses
+// once.
 //
 // A loop converts whole characters from the front, as far as its form goes, and may stop in front
 // of any character: what it leaves is looked at one by one.
@@ -11,7 +12,7 @@
 
 #include <array>
 
-#include <tmmintrin.h>
+#include <immintrin.h>
 
 namespace core {
 
@@ -28,6 +29,24 @@ inline void widen_sse2(Widening& text) noexcept {
     const std::size_t size = widen_ascii_blocks(text.in, common_size(text), text.out);
     text.in += size;
     text.out += size;
+}
+
+// As widen_ascii_blocks().
+[[gnu::target("avx2")]] inline std::size_t widen_ascii_avx2(const char* in, std::size_t n,
+                                                            char16_t* out) noexcept {
+    constexpr std::size_t kBlock = 32;
+    const auto widen_block = [=](std::size_t at) __attribute__((target("avx2"))) {
+        const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(in + at));
+        if (_mm256_movemask_epi8(bytes) != 0) return false;
+        auto* const to = reinterpret_cast<__m256i*>(out + at);
+        _mm256_storeu_si256(to, _mm256_cvtepu8_epi16(_mm256_castsi256_si128(bytes)));
+        _mm256_storeu_si256(to + 1, _mm256_cvtepu8_epi16(_mm256_extracti128_si256(bytes, 1)));
+        return true;
+    };
+    std::size_t i = 0;
+    if (n >= kLongText && widen_block(0)) i = to_alignment(out);
+    while (n - i >= kBlock && widen_block(i)) i += kBlock;
+    return i;
 }
 
 inline void narrow_sse2(Narrowing& text) noexcept {
@@ -111,7 +130,8 @@ inline bool has_bad_lead(__m128i first, __m128i second, bool threes) noexcept {
 
 // Sixteen bytes at a time, wherever characters begin in them. `due` has a bit for each byte at the
 // front of the next block that belongs to a character of the last one; it was checked with that.
-[[gnu::target("ssse3,popcnt")]] inline void widen_ssse3(Widening& text) noexcept {
+template <std::size_t (*kWidenAscii)(const char*, std::size_t, char16_t*) noexcept>
+[[gnu::target("ssse3,popcnt")]] void widen_ssse3(Widening& text) noexcept {
     constexpr std::ptrdiff_t kBytes = 18, kUnitRoom = 16; // a character ends behind its block
     const auto all = [](int value) { return _mm_set1_epi8(static_cast<char>(value)); };
     const char* in = text.in;
@@ -124,8 +144,8 @@ inline bool has_bad_lead(__m128i first, __m128i second, bool threes) noexcept {
             store_widened(out, first);
             in += 16;
             out += 16;
-            const std::size_t size = widen_ascii_blocks(
-                in, common_size(Widening{in, text.inEnd, out, text.outEnd}), out);
+            const std::size_t size =
+                kWidenAscii(in, common_size(Widening{in, text.inEnd, out, text.outEnd}), out);
             in += size;
             out += size;
             continue;
@@ -144,7 +164,7 @@ inline bool has_bad_lead(__m128i first, __m128i second, bool threes) noexcept {
             has_bad_lead(first, second, threes != 0))
             break;
         const __m128i zero = _mm_setzero_si128();
-        const auto put = [&](__m128i units, unsigned keep) {
+        const auto put = [&](__m128i units, unsigned keep) __attribute__((target("ssse3,popcnt"))) {
             store_block(out, shuffled(units, kUnits, keep));
             out += __builtin_popcount(keep);
         };
@@ -213,7 +233,7 @@ inline __m128i three_bytes_of(__m128i units, __m128i beyondOne, __m128i beyondTw
         const __m128i zero = _mm_setzero_si128(), ones = _mm_cmpeq_epi16(zero, zero);
         const __m128i notAscii = _mm_andnot_si128(ascii, ones);
         const __m128i notShorter = _mm_andnot_si128(shorter, ones);
-        const auto put = [&](__m128i bytes, unsigned row) {
+        const auto put = [&](__m128i bytes, unsigned row) __attribute__((target("ssse3,popcnt"))) {
             store_block(out, shuffled(bytes, kOneToThree, row));
             out += 4 + __builtin_popcount(row);
         };
@@ -232,12 +252,17 @@ inline __m128i three_bytes_of(__m128i units, __m128i beyondOne, __m128i beyondTw
 } // namespace utf8
 
 inline constexpr Utf8Blocks kUtf8Sse2 = {utf8::widen_sse2, utf8::narrow_sse2};
-inline constexpr Utf8Blocks kUtf8Ssse3 = {utf8::widen_ssse3, utf8::narrow_ssse3};
+inline constexpr Utf8Blocks kUtf8Ssse3 = {utf8::widen_ssse3<widen_ascii_blocks>,
+                                          utf8::narrow_ssse3};
+inline constexpr Utf8Blocks kUtf8Avx2 = {utf8::widen_ssse3<utf8::widen_ascii_avx2>,
+                                         utf8::narrow_ssse3};
 
 inline const Utf8Blocks& utf8_blocks() noexcept {
-    static const bool hasShuffle =
-        __builtin_cpu_supports("ssse3") && __builtin_cpu_supports("popcnt");
-    return hasShuffle ? kUtf8Ssse3 : kUtf8Sse2;
+    static const Utf8Blocks& blocks = []() -> const Utf8Blocks& {
+        if (!__builtin_cpu_supports("ssse3") || !__builtin_cpu_supports("popcnt")) return kUtf8Sse2;
+        return __builtin_cpu_supports("avx2") ? kUtf8Avx2 : kUtf8Ssse3;
+    }();
+    return blocks;
 }
 
 } // namespace core

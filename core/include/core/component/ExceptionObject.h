@@ -24,10 +24,9 @@ template <class E> E class_that_stores(void (E::*)(IOutPersistenceStorage*) cons
 // without a stack.
 template <class E> class IExceptionObjectImpl : public IExceptionObject {
 public:
-    // An exception that adds no fields may come from any class of that kind.
+    // The class names the twin that reads the fields, so no object holds another one.
     void assign(const Exception& exception) override {
-        if constexpr (sizeof(E) != sizeof(Exception))
-            ORB_ASSERT(exception.objectClass() == held_.objectClass());
+        ORB_ASSERT(exception.objectClass() == held_.objectClass());
         held_ = static_cast<const E&>(exception);
     }
     void setDescription(const stdx::ustring& description) override {

@@ -50,7 +50,8 @@ public:
     // Whether the whole text is a date in the pattern, blanks behind it aside; `date` is set only
     // then. Fields that the pattern has not got are those of 1970-01-01 00:00:00. Years of two digits
     // are those from the thread's `getBeginningOfCentury()` on. Days and hours that are too high run
-    // over into what follows them. Texts of more than 4,096 units are refused.
+    // over into what follows them. Texts of more than 4,096 units are refused, and fractions of a second
+    // of more than 30.
     bool parse(std::u16string_view text, std::u16string_view pattern, Date& date) const;
 
     // "Пт", "Fri"; one letter in Polish and Vietnamese.

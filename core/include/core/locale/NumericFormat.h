@@ -52,8 +52,8 @@ public:
     // --- text to numbers ---
 
     // Whether the whole text is a number, with blanks before and behind it; `value` is set only then.
-    // Groups need not be whole. Beyond what ICU does not take for a number, texts of more than 4,096
-    // units, numbers of more than 1,023 digits and exponents beyond 999 are refused.
+    // Groups are whole, or there are none. Besides what ICU does not take for a number, texts of more
+    // than 4,096 units, numbers of more than 1,023 characters and exponents beyond 999 are refused.
     bool parse(std::u16string_view text, Numeric& value) const;
 
     // --- symbols ---

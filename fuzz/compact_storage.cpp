@@ -1,0 +1,7 @@
+// Files of sections: the first line is a program of reads, the rest is the file.
+#include "../tests/persistence/StorageFuzz.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    test::fuzz_storage(test::kCompact, data, size);
+    return 0;
+}
