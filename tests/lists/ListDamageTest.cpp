@@ -48,7 +48,7 @@ private:
         case 2: {
             const double value = static_cast<double>(static_cast<std::int32_t>(any())) / 64;
             out.putDouble(value);
-            return note('d', std::to_string(value));
+            return note('d', number_text(value));
         }
         case 3: {
             const stdx::ustring value = units();

@@ -4,11 +4,22 @@
 
 #include "ListSources.h"
 
+#include <charconv>
 #include <core/component/Utf8.h>
 #include <core/numbers/Date.h>
 #include <core/numbers/Numeric.h>
 
 namespace test {
+
+// Reals with six digits behind the point, whatever the locale.
+template <class T> std::string number_text(T value) {
+    if constexpr (std::is_floating_point_v<T>) {
+        char text[400];
+        return {text, std::to_chars(text, std::end(text), value, std::chars_format::fixed, 6).ptr};
+    } else {
+        return std::to_string(value);
+    }
+}
 
 inline constexpr std::string_view kRefused = " refused";
 
@@ -117,7 +128,7 @@ private:
         else if constexpr (std::is_same_v<T, _GUID>)
             return put(core::to_string(value));
         else
-            out_ += std::to_string(value);
+            out_ += number_text(value);
         out_ += ';';
     }
 

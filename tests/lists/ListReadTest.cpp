@@ -263,7 +263,7 @@ template <class T> std::string token(std::u16string text, T value) {
     if constexpr (std::is_same_v<T, stdx::ustring>)
         result = to_utf8(value.view()).view();
     else
-        result = std::to_string(value);
+        result = number_text(value);
     return (good ? result + "|" : "no " + result + "|") + to_utf8(reader->rest()).c_str();
 }
 
