@@ -44,7 +44,10 @@ struct Authority {
           password(start),
           passwordEnd(start),
           host(start),
-          hostText(start) {}
+          hostText(start),
+          hostTextEnd(start),
+          hostEnd(start),
+          port(start) {}
 
     void end_user(unsigned at, unsigned passwordStart, unsigned end) noexcept {
         userEnd = at;
