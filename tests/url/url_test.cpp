@@ -217,7 +217,7 @@ TEST_F(UrlTest, HoldsForTextsOfAllKinds) {
         static constexpr const char16_t* kStarts[] = {u"",         u"file:", u"FILE://",
                                                       u"file:///", u"x:",    u"other://"};
         stdx::ustring text = kStarts[random() % std::size(kStarts)];
-        for (unsigned left = random() % 14; left != 0; --left)
+        for (auto left = random() % 14; left != 0; --left)
             text += alphabet[random() % alphabet.size()];
         return text;
     };
