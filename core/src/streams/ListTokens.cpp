@@ -1,5 +1,7 @@
 #include "ListTokens.h"
 
+#include "text/UtfRuns.h"
+
 #include <core/numbers/Numeric.h>
 #include <core/text/Numbers.h>
 
@@ -111,10 +113,6 @@ void assign_decimal(std::u16string_view text, Numeric& value) {
 }
 
 // ---- Strings.
-
-constexpr bool is_surrogate(char16_t unit) noexcept {
-    return (unit & 0xF800) == 0xD800;
-}
 
 // How many units stand in front of the first that a string token cannot hold as it is.
 std::size_t plain_units(std::u16string_view text) noexcept {
