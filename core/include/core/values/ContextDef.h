@@ -1,0 +1,149 @@
+// The bases of scriptable classes. Two shapes are in use:
+//
+//   - The type describes, its values share the description. The type has `IContextDefImpl` among its
+//     bases, the value `IContextExtImpl` with the class GUID of the type. core/values/ScriptType.h
+//     makes both from one table and is what new types use.
+//   - The object describes itself: `IContextImpl<ContextDefIntern<X, cache, stability>>`.
+//
+// A class overrides what it has: `getNProps`, `getPropName`, `getPropVal` and so on. One with an eager
+// cache calls `fillCaches()` at the end of its constructor.
+#pragma once
+
+#include <core/values/ContextCache.h>
+
+namespace core {
+
+namespace detail {
+
+// No properties and no methods; parameters go in and out.
+template <class Interface> class NoMembers : public Interface {
+public:
+    int getNProps() override { return 0; }
+    const char16_t* getPropName(int, int) override { return nullptr; }
+    bool isPropReadable(int) override { return true; }
+    bool isPropWritable(int) override { return true; }
+    int findProp(const stdx::ustring&) override { return -1; }
+    int getNMethods() override { return 0; }
+    const char16_t* getMethodName(int, int) override { return nullptr; }
+    int getNParams(int) override { return 0; }
+    bool isParamIn(int, int) override { return true; }
+    bool isParamOut(int, int) override { return true; }
+    bool getParamDefValue(int, int, GenericValue*) override { return false; }
+    bool hasRetVal(int) override { return false; }
+    int findMethod(const stdx::ustring&) override { return -1; }
+};
+
+} // namespace detail
+
+using ContextDefCore = detail::NoMembers<IContextDef>;
+
+class ContextCore : public detail::NoMembers<IContext_> {
+public:
+    IContextDefBase* getIContextDef() override { return nullptr; }
+    bool getPropVal(int, GenericValue&) override { return false; }
+    bool setPropVal(int, const GenericValue&) override { return false; }
+    bool call(int, GenericValue*, std::vector<GenericValue*>&) override { return false; }
+};
+
+// The lookup by name of `T`, which is a description and has this among its bases.
+template <class T, class Cache, ContextStability stability> class ContextDefIntern {
+public:
+    static constexpr ContextStability kStability = stability;
+
+    void initPropsCache(IContextDefBase* definition) { cache_.initPropsCache(definition); }
+    void initMethodsCache(IContextDefBase* definition) { cache_.initMethodsCache(definition); }
+
+protected:
+    int findPropIntern(IContextDefBase* definition, const stdx::ustring& name) {
+        return cache_.findProp(definition, name);
+    }
+    int findMethodIntern(IContextDefBase* definition, const stdx::ustring& name) {
+        return cache_.findMethod(definition, name);
+    }
+    Cache& cache() noexcept { return cache_; }
+
+private:
+    Cache cache_;
+};
+
+// The description on a type.
+template <class T, ContextDefCachedRules rule = ContextDefCachedRules::Eager>
+class IContextDefImpl
+    : public ContextDefCore
+    , public ContextDefIntern<T, ContextDefCached<T, rule>, ContextStability::Stable> {
+public:
+    int findProp(const stdx::ustring& name) override { return this->findPropIntern(this, name); }
+    int findMethod(const stdx::ustring& name) override {
+        return this->findMethodIntern(this, name);
+    }
+
+protected:
+    void fillCaches() {
+        this->initPropsCache(this);
+        this->initMethodsCache(this);
+    }
+};
+
+// An object that describes itself.
+template <class Intern>
+class IContextImpl
+    : public ContextCore
+    , public Intern {
+public:
+    int findProp(const stdx::ustring& name) override { return this->findPropIntern(this, name); }
+    int findMethod(const stdx::ustring& name) override {
+        return this->findMethodIntern(this, name);
+    }
+
+protected:
+    void fillCaches() {
+        this->initPropsCache(this);
+        this->initMethodsCache(this);
+    }
+};
+
+// A context whose type describes it; the description is looked up once, in the process of the caller.
+class ORBCORE_API IContextExtImplBase : public IContext_ {
+public:
+    IContextExtImplBase() noexcept = default;
+    IContextExtImplBase(const IContextExtImplBase&) noexcept {}
+    IContextExtImplBase& operator=(const IContextExtImplBase&) noexcept { return *this; }
+    ~IContextExtImplBase();
+
+    int getNProps() override;
+    const char16_t* getPropName(int property, int language) override;
+    bool isPropReadable(int property) override;
+    bool isPropWritable(int property) override;
+    int findProp(const stdx::ustring& name) override;
+    int getNMethods() override;
+    const char16_t* getMethodName(int method, int language) override;
+    int getNParams(int method) override;
+    bool isParamIn(int method, int parameter) override;
+    bool isParamOut(int method, int parameter) override;
+    bool getParamDefValue(int method, int parameter, GenericValue* out) override;
+    bool hasRetVal(int method) override;
+    int findMethod(const stdx::ustring& name) override;
+
+    IContextDefBase* getIContextDef() override { return getExternalContextDef(); }
+    bool getPropVal(int, GenericValue&) override { return false; }
+    bool setPropVal(int, const GenericValue&) override { return false; }
+    bool call(int, GenericValue*, std::vector<GenericValue*>&) override { return false; }
+
+    // The class of the type that describes this object.
+    virtual const _GUID& getTypeClsid() = 0;
+
+protected:
+    // Lent; null, and then no members, when the class is not known or describes nothing.
+    IContextDef* getExternalContextDef();
+
+private:
+    // Published by compare-and-swap, as the values of a type may be shared by threads.
+    std::atomic<IContextDef*> definition_ = nullptr;
+};
+
+template <const _GUID* clsid> class IContextExtImpl : public IContextExtImplBase {
+public:
+    const _GUID& getTypeClsid() override { return *clsid; }
+};
+
+} // namespace core
