@@ -167,6 +167,33 @@ TEST_F(TempHosts, OfOtherKinds) {
     }
 }
 
+// Made by a thread that still runs while the process ends; the file stays open, so that the host's
+// own thread has a reason to go on.
+TEST_F(TempHosts, CleanNoLongerThanTheirProcessLives) {
+    Host late;
+    int handle = -1;
+    core::InterfacePtr<core::SCOM_ProcessData> data;
+    {
+        ManualProcess process;
+        data = process.host().processData();
+        const auto is_closed = [] {
+            const auto thread = core::create_thread([] {});
+            thread->start();
+            return thread->state() == core::Thread::State::Terminated;
+        };
+        const auto thread = core::create_thread([&] {
+            while (!is_closed()) core::Thread::yield();
+            late = core::create_temp_file_host(wide(directory_));
+            const stdx::ustring name = late->create(u".txt");
+            handle = core::file_io_manager().open(name, core::kFileRead);
+            late->release(name);
+        });
+        thread->start();
+    }
+    EXPECT_TRUE(within_seconds([&] { return data->references() == 1; })) << "somebody is inside";
+    core::file_io_manager().close(handle);
+}
+
 TEST_F(TempHosts, AreSetForAThread) {
     fs::create_directory(directory_ / "own");
     const Host own = core::create_temp_file_host(wide(directory_ / "own"));

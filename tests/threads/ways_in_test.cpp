@@ -93,6 +93,36 @@ TEST(WaysIntoAnEndedProcess, AreClosed) {
     EXPECT_TRUE(called) << "outside the process, but called";
 }
 
+// The process ends while a foreign thread is in a call.
+TEST(WaysIntoAnEndingProcess, AreLeftBeforeItHasEnded) {
+    test::ManualProcess process;
+    core::Process& host = process.host();
+    const InterfacePtr<core::CallingThread> entry(new core::CallingThread(host), true);
+    const auto is_closed = [] {
+        const auto thread = core::create_thread([] {});
+        thread->start();
+        return thread->state() == State::Terminated;
+    };
+    core::Semaphore entered;
+    bool left = false;
+    std::thread foreign([&] {
+        entry->call([&] {
+            entered.raise();
+            while (!is_closed()) core::Thread::yield();
+            core::Thread::sleep(20);
+            EXPECT_NE(core::current_process(), nullptr);
+            left = true;
+        });
+    });
+    entered.wait();
+    host.term();
+    EXPECT_TRUE(left);
+    foreign.join();
+
+    host.init(nullptr); // would not wait for it: its end has been
+    EXPECT_EQ(entry->attach(), Attached::Refused);
+}
+
 // It waits for the threads that it started, and the host does not wait for it.
 TEST_F(WaysIn, ProcessThreadsKeepThreadsOfTheirOwn) {
     std::atomic<int> childrenDone = 0;

@@ -19,14 +19,17 @@ bool ThreadSet::add(Thread& thread) {
     return true;
 }
 
-void ThreadSet::remove(Thread& thread) {
+bool ThreadSet::remove(Thread& thread) {
+    bool accepted;
     {
         const std::lock_guard guard(setLock_);
+        accepted = accepting_;
         const auto place = threads_.find(&thread);
-        if (place == threads_.end()) return;
+        if (place == threads_.end()) return accepted;
         threads_.erase(place);
     }
     thread.Release();
+    return accepted;
 }
 
 void ThreadSet::accept_threads() {

@@ -21,8 +21,9 @@ stdx::ustring system_directory() {
     return from_system_path(directory && *directory == '/' ? directory : "/tmp");
 }
 
-// The operations of a host over its directory, for the interface of that host. It listens for the
-// end of the process, by which the thread that cleans must be gone.
+// The operations of a host over its directory, for the interface of that host. The thread that cleans
+// must be gone before the services are: the host stops it at the death of the process. Not at the
+// beginning of its end, as threads that still run then may make hosts and release files.
 template <class Self, class Interface>
 class HostImpl
     : public ObjectRoot
@@ -32,7 +33,7 @@ class HostImpl
 public:
     explicit HostImpl(const stdx::ustring& directory)
         : files_(std::make_shared<TempDirectory>(directory)) {
-        this->subscribe(kProcessTermEvent);
+        this->subscribe(kProcessDeathEvent);
         files_->start_cleaning();
     }
     ~HostImpl() { files_->stop_cleaning(); }

@@ -168,7 +168,7 @@ CallingThread::CallingThread(ThreadSet& process) : Thread(PoolType::Separate), p
 CallingThread::Attached CallingThread::attach() {
     const std::lock_guard guard(lock_);
     if (state() == State::Running) return Attached::Already;
-    if (!process_.add(*this)) {
+    if (state() == State::Terminated || !process_.add(*this)) {
         set_interrupted(true);
         return Attached::Refused;
     }
@@ -177,12 +177,17 @@ CallingThread::Attached CallingThread::attach() {
     return Attached::Joined;
 }
 
+// The end is a latch, so it is raised where it is the last one: from the moment on that the process
+// accepts no more threads, it may be waiting for this one, and this one cannot come in again. Which
+// of the two it is, is told under the same lock as the leaving itself; the process is not touched
+// after it.
 void CallingThread::detach() {
     const std::lock_guard guard(lock_);
     if (state() != State::Running) return;
     set_thread_set(nullptr);
-    set_state(State::New);
-    process_.remove(*this);
+    const bool mayComeAgain = process_.remove(*this);
+    set_state(mayComeAgain ? State::New : State::Terminated);
+    if (!mayComeAgain) raise_end();
 }
 
 void CallingThread::call(const std::function<void()>& function) {

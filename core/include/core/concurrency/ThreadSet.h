@@ -19,8 +19,10 @@ public:
 
     // Adds the thread with a reference; false when no threads are accepted.
     bool add(Thread& thread);
-    // Removes one entry of the thread and drops its reference.
-    void remove(Thread& thread);
+    // Removes one entry of the thread and drops its reference. True while threads are accepted;
+    // once they are not, `wait_for_all` may be waiting for the end of this one. Behind the call
+    // the set may be gone, as nothing waits for a thread that is not in it.
+    bool remove(Thread& thread);
 
     void accept_threads();
     // Accepts no more and waits for those that run. They are not interrupted: they end by

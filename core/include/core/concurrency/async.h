@@ -105,7 +105,8 @@ public:
     bool wait_for(unsigned int milliseconds) { return task_->wait_for(milliseconds); }
 
     // True if this call cancelled it. A task that waits for its turn does not run then; one that
-    // runs goes on and its result is dropped.
+    // runs goes on and its result is dropped. Nothing here waits for it any more: what it refers
+    // to has to outlive it, at the latest until the process has ended.
     bool cancel() { return task_->future()->cancel(); }
 
     // For listeners and groups, lent. Its own result is null.

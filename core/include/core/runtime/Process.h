@@ -95,6 +95,8 @@ private:
 //
 //   core::InterfacePtr<core::CallingThread> entry(new core::CallingThread(host), true);
 //   entry->call([] { … });
+//
+// It may come in any number of times. A process that ends waits until it has left; then it is over.
 class ORBCORE_API CallingThread final : public Thread {
 public:
     enum class Attached : int { Joined = 0, Already = 1, Refused = 3 };
