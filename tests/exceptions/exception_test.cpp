@@ -12,6 +12,7 @@
 #include <core/component/UnsupportedOperationException.h>
 #include <core/component/Utf8.h>
 #include <core/concurrency/Thread.h>
+#include <core/values/ContextException.h>
 #include <core/values/TypeException.h>
 
 #include "support/ProcessTest.h"
@@ -140,6 +141,12 @@ TEST_F(ExceptionFamily, DescribesItselfAndComesBackWithItsClass) {
     check(Thread_(Thread_::Error::RejectedExecution), "The job was not accepted");
     check(Thread_(Thread_::Error::Timeout), "The time allowed has run out");
     check(UnsupportedOperationException(), "The operation is not supported");
+    check(ContextException(u"used wrongly"), "used wrongly");
+    check(CtorException(u"not made"), "not made");
+    check(TypeDomainPatternProviderException(u"no types"), "no types");
+    check(ValueIsFilledException(), "");
+    check(ValueIsFilledException(ValueIsFilledException::Error::MutableType, u"Sample"),
+          "Whether a value of this type is filled in cannot be told (Sample)");
     check(VersionException(u"too old", "part", u"1.0"), "too old");
 }
 
@@ -158,6 +165,9 @@ TEST_F(ExceptionFamily, AddedFieldsSurviveTheTwin) {
               ThreadException::Error::Timeout);
     EXPECT_EQ(thrown_again(PivotSourceException(PivotSourceException::Error::DataSource)).error(),
               PivotSourceException::Error::DataSource);
+    EXPECT_EQ(
+        thrown_again(ValueIsFilledException(ValueIsFilledException::Error::MutableType)).error(),
+        ValueIsFilledException::Error::MutableType);
     const auto version = thrown_again(VersionException(u"", "a module with a name", u"version"));
     EXPECT_EQ(version.module(), "a module with a name"_s);
     EXPECT_EQ(version.version(), u"version"_us);

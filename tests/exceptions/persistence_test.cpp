@@ -30,6 +30,7 @@
 #include <core/text/StringTemplateException.h>
 #include <core/text/StringTokenizer.h>
 #include <core/text/StringTokenizerException.h>
+#include <core/values/ContextException.h>
 #include <core/values/TypeException.h>
 
 #include <cstdlib>
@@ -104,8 +105,10 @@ std::vector<Form> all_forms() {
         form(CancelOperationException(), "8d438a43-e3e1-4a70-a21b-eb18f84c0d4d"),
         form(CommandLineException(), "9817f83e-d822-4402-aa45-705eeba2dcd9"),
         form(ComparatorException(), "8d646c12-77fc-444f-9a9b-44b8173a4543"),
+        form(ContextException(), "52066065-1337-4ec7-b335-1072ae4bec53"),
         form(ConverterException(ConverterException::Error::BadName, u"k\"oi"),
              "5090da76-1e43-45e6-a9a3-fe8cb62a4c48", ",1,\"k\"\"oi\""),
+        form(CtorException(), "3cb54f88-55bb-4d2a-a77c-afc338277f9c"),
         form(DataSourceException(), "22e53a93-e610-4a13-bea0-317b603e377b"),
         form(EDBException(), "81c55d45-b7fe-4ff0-948d-d06779929127"),
         form(FileException(ORB_FILE_HERE, FileException::Error::Sharing,
@@ -141,8 +144,11 @@ std::vector<Form> all_forms() {
         form(ThreadException(ThreadException::Error::Timeout),
              "8db25187-6fab-4a56-99ad-498e3316f31b", ",5"),
         form(TimeZoneException(), "3097aa98-a03b-47cd-baff-59828c1d568f"),
+        form(TypeDomainPatternProviderException(), "8b918ebb-6954-4857-895b-4b8cd16bc7ce"),
         form(TypeException(u"Table"_us), "8dd9d5af-8e48-48e2-b3ad-bd0d8d94c0cf"),
         form(UnsupportedOperationException(), "8374d82f-a2ac-4799-918e-25f9f1b8f3cc"),
+        form(ValueIsFilledException(ValueIsFilledException::Error::MutableType),
+             "df5fb0ae-e187-4ae5-b851-7f63645d7b97", ",1"),
         form(VersionException(u"", stdx::string("a.so"), u"8.1"),
              "152ad784-c5e0-4dc7-9cce-cba66977499a", ",YS5zbw==,\"8.1\""),
     };

@@ -103,6 +103,36 @@ TEST_F(ListRecords, OlderListsLackFieldsAndNewerOnesHaveMore) {
     EXPECT_THROW(read_back<Point>(u"{1}"), ListStreamException);
 }
 
+struct Town {
+    stdx::ustring name;
+    std::int32_t people = -1;
+
+    static constexpr auto fields =
+        list_fields(list_field(&Town::name), list_field<2>(&Town::people));
+};
+
+// A list that says its version: what is missing of it is a fault, what came later is not there.
+TEST_F(ListRecords, VersionsStandAheadOfTheFields) {
+    const auto read = [](const std::u16string& text) {
+        Town town;
+        const auto reader = make_reader(text, 100);
+        ListInStream in(reader.get());
+        read_versioned_record(in, town);
+        return town;
+    };
+    EXPECT_EQ(text_of([](IListOutStream& stream) {
+                  ListOutStream out(&stream);
+                  write_versioned_record(out, Town{u"Riga", 600'000});
+              }),
+              u"{2,\"Riga\",600000}");
+    EXPECT_EQ(read(u"{2,\"Riga\",600000}").people, 600'000);
+    EXPECT_EQ(read(u"{1,\"Riga\"}").people, -1);
+    EXPECT_EQ(read(u"{1,\"Riga\",7}").people, -1) << "no such field in that version";
+    EXPECT_EQ(read(u"{99,\"Riga\",7,{8},\"newer\"}").people, 7);
+    for (const auto* bad : {u"{}", u"{0,\"Riga\"}", u"{-1,\"Riga\"}", u"{2,\"Riga\"}", u"{1}"})
+        EXPECT_THROW(read(bad), ListStreamException);
+}
+
 // ---- Types that store themselves.
 
 template <class T> T from_text(std::u16string text) {

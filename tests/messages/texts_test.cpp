@@ -60,6 +60,9 @@ TEST(MessageTexts, AreThoseThatTheCodeAsksFor) {
     EXPECT_EQ(keys, keys_in_texts("ru"));
 }
 
+// What both languages call alike.
+const std::set<std::string> kAlike = {"IDS_TYPE_PRESENTATION_NULL"};
+
 TEST(MessageTexts, SayTheSameInBothLanguages) {
     const test::ManualProcess process;
     const auto text_in = [](const char16_t* locale, const std::string& key) {
@@ -71,7 +74,7 @@ TEST(MessageTexts, SayTheSameInBothLanguages) {
         const stdx::ustring english = text_in(u"en", key);
         EXPECT_FALSE(english.empty()) << key;
         EXPECT_NE(english, core::from_utf8(key));
-        EXPECT_NE(english, russian) << key << ": not translated";
+        EXPECT_EQ(english == russian, kAlike.contains(key)) << key << ": not translated";
         EXPECT_EQ(placeholders(english), placeholders(russian)) << key;
     }
 }

@@ -17,6 +17,12 @@
 // What a newer program wrote behind the last field is passed over. A field of the first version is
 // never missing. Nothing is allocated, and all of it is compiled into plain calls of the stream.
 //
+// An object that is stored on its own begins its list with the version, by which a reader knows the
+// fields to expect:
+//
+//   core::write_versioned_record(out, address);      // {2,"Main St","Riga",3}
+//   core::read_versioned_record(in, address);
+//
 // A field may be an integer of a fixed width, bool, char16_t, float, double, an enumeration (stored as
 // its underlying integer), a string, an 8-bit string (stored as a blob), a GUID, a Numeric, a Date,
 // a type that has `fields` of its own, or one that stores itself by `serialize` and `deserialize`.
@@ -25,6 +31,7 @@
 #include <core/numbers/Date.h>
 #include <core/numbers/Numeric.h>
 #include <core/streams/ListStream.h>
+#include <core/streams/ListStreamException.h>
 
 #include <tuple>
 #include <type_traits>
@@ -66,6 +73,17 @@ concept ListRecord = requires {
 template <ListRecord Record>
 void write_record(ListOutStream& out, const Record& record, unsigned version = ~0u);
 template <ListRecord Record> void read_record(ListInStream& in, Record& record);
+
+// The version that the last field came in.
+template <ListRecord Record> constexpr std::int32_t version_of() noexcept {
+    using Fields = std::remove_cvref_t<decltype(Record::fields)>;
+    return std::tuple_element_t<std::tuple_size_v<Fields> - 1, Fields>::since;
+}
+
+template <ListRecord Record> void write_versioned_record(ListOutStream& out, const Record& record);
+// Fields of later versions than that of the list keep their values; what a newer program wrote behind
+// the last one is passed over. Throws `ListStreamException` for a version below 1.
+template <ListRecord Record> void read_versioned_record(ListInStream& in, Record& record);
 
 // ---- One item by its type.
 
@@ -170,6 +188,30 @@ template <ListRecord Record> void read_record(ListInStream& in, Record& record) 
             (void)(... && ((field.since == 1 || in->nextInList())
                                ? (get_item(in, record.*field.member), true)
                                : false));
+        },
+        Record::fields);
+    in->skipList();
+    in->endList();
+}
+
+template <ListRecord Record> void write_versioned_record(ListOutStream& out, const Record& record) {
+    out->beginList();
+    out->putInt32(version_of<Record>());
+    std::apply([&](const auto&... field) { (..., put_item(out, record.*field.member)); },
+               Record::fields);
+    out->endList();
+}
+
+template <ListRecord Record> void read_versioned_record(ListInStream& in, Record& record) {
+    in->beginList();
+    std::int32_t version = 0;
+    in->getInt32(version);
+    if (version < 1) throw ListStreamException();
+    std::apply(
+        [&](const auto&... field) {
+            (...,
+             (static_cast<std::int64_t>(field.since) <= version ? get_item(in, record.*field.member)
+                                                                : void()));
         },
         Record::fields);
     in->skipList();

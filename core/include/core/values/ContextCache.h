@@ -2,13 +2,15 @@
 // ways to go without one. All answer -1 for a name that no member has; of two members with one name
 // the earlier keeps it. Case is no matter.
 //
-// | class                | holds                                | for                                 |
-// |----------------------|--------------------------------------|-------------------------------------|
-// | ContextDefCached     | sorted names                         | nearly everything                   |
-// | ContextDefHashCached | hashed names                         | descriptions with very many members |
-// | ContextDefNoncached  | nothing                              | members that come and go            |
-// | ContextDefExternBase | the description of a type            | objects described elsewhere         |
-// | ContextDefExternLazed| the same, looked up at the first use |                                     |
+// | class                 | finds by                                  | for                           |
+// |-----------------------|-------------------------------------------|-------------------------------|
+// | ContextDefCached      | a table of its own                        | nearly everything             |
+// | ContextDefHashCached  | the same, filled at the first lookup      | objects that rename members   |
+// | ContextDefNoncached   | asking for all names                      | members that come and go      |
+// | ContextDefExternBase  | the description of a type                 | objects described elsewhere   |
+// | ContextDefExternLazed | the same, looked up at the first question |                               |
+//
+// A lookup in a table is one hash and one comparison, and allocates nothing.
 //
 // A filled cache is only read and so for any number of threads. Filling takes no lock: a type fills
 // its cache while it is created, which the registry guards; a cache that is filled at the first
@@ -31,7 +33,7 @@ enum class ContextDefCachedRules : int {
 // Whether the members of a class are the same for its whole life.
 enum class ContextStability : int { Changing = 0, Stable = 1 };
 
-// ---- Sorted names
+// ---- Tables of names
 
 class NameIndex; // the names of the properties, or of the methods
 
@@ -46,6 +48,9 @@ public:
     int findMethod(IContextDefBase* definition, const stdx::ustring& name);
     // Nothing happens when the cache is filled.
     void initPropsCache(IContextDefBase* definition);
+    // For constructors, where nobody can ask the object for its interfaces yet: `names` is the one
+    // of the description, or null.
+    void initPropsCache(IContextDefBase* definition, IContextNames* names);
     void initMethodsCache(IContextDefBase* definition);
     void resetPropsCache() noexcept;
     void resetMethodsCache() noexcept;
@@ -61,27 +66,9 @@ public:
     ContextDefCached() : _ContextDefCached(rule) {}
 };
 
-// ---- Hashed names, filled at the first lookup
-
-class NameHash;
-
-class ORBCORE_API ContextDefHashCached {
+class ContextDefHashCached : public _ContextDefCached {
 public:
-    ContextDefHashCached();
-    ~ContextDefHashCached();
-    ContextDefHashCached(const ContextDefHashCached&) = delete;
-    ContextDefHashCached& operator=(const ContextDefHashCached&) = delete;
-
-    int findProp(IContextDefBase* definition, const stdx::ustring& name);
-    int findMethod(IContextDefBase* definition, const stdx::ustring& name);
-    void initPropsCache(IContextDefBase* definition);
-    void initMethodsCache(IContextDefBase* definition);
-    void resetPropsCache() noexcept;
-    void resetMethodsCache() noexcept;
-
-private:
-    std::unique_ptr<NameHash> properties_;
-    std::unique_ptr<NameHash> methods_;
+    ContextDefHashCached() : _ContextDefCached(ContextDefCachedRules::Lazy) {}
 };
 
 // ---- Without a cache: every lookup asks for all names in all languages
@@ -90,7 +77,7 @@ class ORBCORE_API ContextDefNoncached {
 public:
     int findProp(IContextDefBase* definition, const stdx::ustring& name);
     int findMethod(IContextDefBase* definition, const stdx::ustring& name);
-    void initPropsCache(IContextDefBase*) noexcept {}
+    void initPropsCache(IContextDefBase*, IContextNames* = nullptr) noexcept {}
     void initMethodsCache(IContextDefBase*) noexcept {}
     void resetPropsCache() noexcept {}
     void resetMethodsCache() noexcept {}
@@ -98,12 +85,34 @@ public:
 
 // ---- The description of the type with a class GUID
 
+// The description, looked up at the first question in the process of the caller, and held. While there
+// is no such type every question looks again.
+class ORBCORE_API LazyContextDef {
+public:
+    LazyContextDef() noexcept = default;
+    // A copied object finds its description by itself.
+    LazyContextDef(const LazyContextDef&) noexcept {}
+    LazyContextDef& operator=(const LazyContextDef&) noexcept { return *this; }
+    ~LazyContextDef();
+
+    IContextDef* get(const _GUID& type) { // lent, or null
+        IContextDef* const known = definition_.load(std::memory_order_acquire);
+        return known ? known : find(type);
+    }
+
+private:
+    IContextDef* find(const _GUID& type);
+
+    // Published by compare-and-swap, as several threads may ask; the loser drops its reference.
+    std::atomic<IContextDef*> definition_ = nullptr;
+};
+
 class ORBCORE_API ContextDefExternBase {
 public:
     explicit ContextDefExternBase(const _GUID& type); // looks it up at once
     int findProp(IContextDefBase* definition, const stdx::ustring& name);
     int findMethod(IContextDefBase* definition, const stdx::ustring& name);
-    void initPropsCache(IContextDefBase*) noexcept {}
+    void initPropsCache(IContextDefBase*, IContextNames* = nullptr) noexcept {}
     void initMethodsCache(IContextDefBase*) noexcept {}
 
 private:
@@ -113,21 +122,14 @@ private:
 class ORBCORE_API ContextDefExternLazed {
 public:
     explicit ContextDefExternLazed(const _GUID& type) noexcept : type_(type) {}
-    ~ContextDefExternLazed();
-    ContextDefExternLazed(const ContextDefExternLazed&) = delete;
-    ContextDefExternLazed& operator=(const ContextDefExternLazed&) = delete;
-
     int findProp(IContextDefBase* definition, const stdx::ustring& name);
     int findMethod(IContextDefBase* definition, const stdx::ustring& name);
-    void initPropsCache(IContextDefBase*) noexcept {}
+    void initPropsCache(IContextDefBase*, IContextNames* = nullptr) noexcept {}
     void initMethodsCache(IContextDefBase*) noexcept {}
 
 private:
-    IContextDef* definition();
-
     _GUID type_;
-    // Published by compare-and-swap; the loser of a race drops its reference.
-    std::atomic<IContextDef*> definition_ = nullptr;
+    LazyContextDef definition_;
 };
 
 } // namespace core

@@ -11,6 +11,8 @@
 
 #include <core/values/ContextCache.h>
 
+#include <concepts>
+
 namespace core {
 
 namespace detail {
@@ -54,6 +56,13 @@ public:
     void initMethodsCache(IContextDefBase* definition) { cache_.initMethodsCache(definition); }
 
 protected:
+    // For the constructor of `T`.
+    void fillCaches(IContextDefBase* definition) {
+        IContextNames* names = nullptr;
+        if constexpr (std::derived_from<T, IContextNames>) names = static_cast<T*>(this);
+        cache_.initPropsCache(definition, names);
+        cache_.initMethodsCache(definition);
+    }
     int findPropIntern(IContextDefBase* definition, const stdx::ustring& name) {
         return cache_.findProp(definition, name);
     }
@@ -71,6 +80,8 @@ template <class T, ContextDefCachedRules rule = ContextDefCachedRules::Eager>
 class IContextDefImpl
     : public ContextDefCore
     , public ContextDefIntern<T, ContextDefCached<T, rule>, ContextStability::Stable> {
+    using Intern = ContextDefIntern<T, ContextDefCached<T, rule>, ContextStability::Stable>;
+
 public:
     int findProp(const stdx::ustring& name) override { return this->findPropIntern(this, name); }
     int findMethod(const stdx::ustring& name) override {
@@ -78,10 +89,7 @@ public:
     }
 
 protected:
-    void fillCaches() {
-        this->initPropsCache(this);
-        this->initMethodsCache(this);
-    }
+    void fillCaches() { Intern::fillCaches(this); }
 };
 
 // An object that describes itself.
@@ -96,20 +104,13 @@ public:
     }
 
 protected:
-    void fillCaches() {
-        this->initPropsCache(this);
-        this->initMethodsCache(this);
-    }
+    void fillCaches() { Intern::fillCaches(this); }
 };
 
-// A context whose type describes it; the description is looked up once, in the process of the caller.
-class ORBCORE_API IContextExtImplBase : public IContext_ {
+// A context without values that answers as its description, `getIContextDef`, does; without one it has
+// no members.
+class ORBCORE_API ContextDefForwarder : public ContextCore {
 public:
-    IContextExtImplBase() noexcept = default;
-    IContextExtImplBase(const IContextExtImplBase&) noexcept {}
-    IContextExtImplBase& operator=(const IContextExtImplBase&) noexcept { return *this; }
-    ~IContextExtImplBase();
-
     int getNProps() override;
     const char16_t* getPropName(int property, int language) override;
     bool isPropReadable(int property) override;
@@ -123,22 +124,22 @@ public:
     bool getParamDefValue(int method, int parameter, GenericValue* out) override;
     bool hasRetVal(int method) override;
     int findMethod(const stdx::ustring& name) override;
+};
 
+// A context whose type describes it; the description is looked up once, in the process of the caller.
+class ORBCORE_API IContextExtImplBase : public ContextDefForwarder {
+public:
     IContextDefBase* getIContextDef() override { return getExternalContextDef(); }
-    bool getPropVal(int, GenericValue&) override { return false; }
-    bool setPropVal(int, const GenericValue&) override { return false; }
-    bool call(int, GenericValue*, std::vector<GenericValue*>&) override { return false; }
 
     // The class of the type that describes this object.
     virtual const _GUID& getTypeClsid() = 0;
 
 protected:
-    // Lent; null, and then no members, when the class is not known or describes nothing.
-    IContextDef* getExternalContextDef();
+    // Lent; null when the class is not known or describes nothing.
+    IContextDef* getExternalContextDef() { return definition_.get(getTypeClsid()); }
 
 private:
-    // Published by compare-and-swap, as the values of a type may be shared by threads.
-    std::atomic<IContextDef*> definition_ = nullptr;
+    LazyContextDef definition_;
 };
 
 template <const _GUID* clsid> class IContextExtImpl : public IContextExtImplBase {

@@ -161,8 +161,9 @@ template <NativeInteger T> struct SourceOf<T> { using type = Numeric; };
 template <> struct SourceOf<double> { using type = Numeric; };
 
 template <class T> std::optional<T> from_payload(const typename SourceOf<T>::type& payload) {
-    if constexpr (std::same_as<T, unsigned long long> || std::same_as<T, unsigned long>) {
-        const T value = static_cast<T>(static_cast<unsigned long long>(payload));
+    if constexpr (NativeInteger<T> && sizeof(T) == sizeof(long long)) {
+        // The conversion goes modulo 2^64.
+        const T value = static_cast<T>(static_cast<long long>(payload));
         if (Numeric(value) != payload) return std::nullopt;
         return value;
     } else if constexpr (NativeInteger<T>) {

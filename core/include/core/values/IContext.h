@@ -71,14 +71,13 @@ public:
     ORB_INTERFACE(IContextDef, IID_IContextDef)
 };
 
-// Names as string objects, for descriptions whose names are no constants. Asked for the names of
-// properties and of methods each.
+// The names of properties as string objects, for descriptions in which they are no constants.
 class IContextNames : public IUnknown {
 public:
     ORB_INTERFACE(IContextNames, IID_IContextNames)
 
     // Null ends the names of a member. Lent until the description changes.
-    virtual const stdx::ustring* getName(int member, int language) = 0;
+    virtual const stdx::ustring* getName(int property, int language) = 0;
 };
 
 // A property, a result or a parameter for people and design tools.

@@ -22,7 +22,8 @@ struct NumericQualifiers {
           nonNegative(isNonNegative) {}
 
     // What holds the numbers of both.
-    static NumericQualifiers merge(const NumericQualifiers& a, const NumericQualifiers& b) noexcept;
+    ORBCORE_API static NumericQualifiers merge(const NumericQualifiers& a,
+                                               const NumericQualifiers& b) noexcept;
 
     friend constexpr bool operator==(const NumericQualifiers&,
                                      const NumericQualifiers&) noexcept = default;
@@ -38,7 +39,8 @@ struct LengthQualifiers {
     constexpr explicit LengthQualifiers(unsigned limit, bool isVariable = true) noexcept
         : length(limit), variable(isVariable) {}
 
-    static LengthQualifiers merge(const LengthQualifiers& a, const LengthQualifiers& b) noexcept;
+    ORBCORE_API static LengthQualifiers merge(const LengthQualifiers& a,
+                                              const LengthQualifiers& b) noexcept;
 
     friend constexpr bool operator==(const LengthQualifiers&,
                                      const LengthQualifiers&) noexcept = default;
@@ -57,6 +59,11 @@ struct DateQualifiers {
     // No part at all means both.
     constexpr explicit DateQualifiers(int bits) noexcept
         : parts((bits & (kDate | kTime)) != 0 ? bits & (kDate | kTime) : kDate | kTime) {}
+
+    static constexpr DateQualifiers merge(const DateQualifiers& a,
+                                          const DateQualifiers& b) noexcept {
+        return DateQualifiers(a.parts | b.parts);
+    }
 
     friend constexpr bool operator==(const DateQualifiers&,
                                      const DateQualifiers&) noexcept = default;

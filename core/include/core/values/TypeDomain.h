@@ -21,6 +21,7 @@
 #include <core/values/Qualifiers.h>
 #include <core/values/Type.h>
 
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -32,44 +33,68 @@ inline constexpr _GUID IID_ITypeDomainPatternProvider = "3dd8d49d-c34b-4bea-9816
 
 class TypeDomainPattern;
 
+// Objects of the classes that a pattern may name in place of types.
 class ITypeDomainPatternProvider : public IUnknown {
 public:
     ORB_INTERFACE(ITypeDomainPatternProvider, IID_ITypeDomainPatternProvider)
 
+    // What it throws is the cause of a `TypeDomainPatternProviderException`.
     virtual TypeDomainPattern getTypeDomainPattern() = 0;
 };
 
-struct TypeDomainPatternBody;
-struct TypeDomainBody;
+struct ORBCORE_API TypeDomainPatternBody;
+struct ORBCORE_API TypeDomainBody;
 
-class ORBCORE_API TypeDomainPattern {
+// What patterns and domains have in common. Sets are in the order of Data1, Data2, Data3 and Data4.
+template <class Body> class ORBCORE_API TypesHandle {
 public:
-    TypeDomainPattern() noexcept = default;
-    // The null GUID and that of the undefined type are left out.
-    explicit TypeDomainPattern(const _GUID& type);
-    explicit TypeDomainPattern(const std::vector<_GUID>& types);
-    TypeDomainPattern(const TypeDomainPattern& other) noexcept;
-    TypeDomainPattern(TypeDomainPattern&& other) noexcept;
-    TypeDomainPattern& operator=(const TypeDomainPattern& other) noexcept;
-    TypeDomainPattern& operator=(TypeDomainPattern&& other) noexcept;
-    ~TypeDomainPattern();
-
-    // ---- Reading
-
-    const TypeDomainPatternBody& reference() const noexcept;
     unsigned size() const noexcept;
     bool empty() const noexcept { return size() == 0; }
-    const _GUID& front() const noexcept; // the first in the order of the set; null GUID when empty
-    bool contains(const _GUID& type) const noexcept;
-    std::vector<_GUID> types() const; // in the order of the set, ascending by Data1, 2, 3 and 4
+    const _GUID& front() const noexcept; // the null GUID when it is empty
+    std::vector<_GUID> types() const;
     // The first type for which `matches` holds, or the null GUID.
     _GUID find(const std::function<bool(const _GUID&)>& matches) const;
+    // Of the types that are there when it begins.
     void forEach(const std::function<void(const _GUID&)>& action) const;
 
+    // What they say holds of the types in the set; of the others they say nothing.
     const NumericQualifiers& getNumericQualifiers() const noexcept;
     const StringQualifiers& getStringQualifiers() const noexcept;
     const DateQualifiers& getDateQualifiers() const noexcept;
     const BinaryQualifiers& getBinaryQualifiers() const noexcept;
+    void setNumericQualifiers(const NumericQualifiers& qualifiers);
+    void setStringQualifiers(const StringQualifiers& qualifiers);
+    void setDateQualifiers(const DateQualifiers& qualifiers);
+    void setBinaryQualifiers(const BinaryQualifiers& qualifiers);
+
+    // The body; for an empty handle one that all share.
+    const Body& reference() const noexcept;
+    // A body that no other handle has, to be written.
+    Body& unique();
+
+protected:
+    TypesHandle() noexcept;
+    explicit TypesHandle(InterfacePtr<Body> body) noexcept;
+    TypesHandle(const TypesHandle& other) noexcept;
+    TypesHandle(TypesHandle&& other) noexcept; // sources of moves are empty afterwards
+    TypesHandle& operator=(const TypesHandle& other) noexcept;
+    TypesHandle& operator=(TypesHandle&& other) noexcept;
+    ~TypesHandle();
+
+    InterfacePtr<Body> body_; // null is the empty set
+};
+
+extern template class TypesHandle<TypeDomainPatternBody>;
+extern template class TypesHandle<TypeDomainBody>;
+
+class ORBCORE_API TypeDomainPattern : public TypesHandle<TypeDomainPatternBody> {
+public:
+    TypeDomainPattern() noexcept = default;
+    // The null GUID and that of the undefined type are left out, here and in what adds types.
+    explicit TypeDomainPattern(const _GUID& type);
+    explicit TypeDomainPattern(const std::vector<_GUID>& types);
+
+    bool contains(const _GUID& type) const noexcept;
 
     // ---- Comparing
 
@@ -89,65 +114,37 @@ public:
     // The types of both; the qualifiers of types that both have are widened to hold the values of
     // both.
     void merge(const TypeDomainPattern& other);
-    void setNumericQualifiers(const NumericQualifiers& qualifiers);
-    void setStringQualifiers(const StringQualifiers& qualifiers);
-    void setDateQualifiers(const DateQualifiers& qualifiers);
-    void setBinaryQualifiers(const BinaryQualifiers& qualifiers);
-    // A body that no other handle has, without a cached domain.
-    TypeDomainPatternBody& unique();
 
     // ---- Persistence, docs/formats/types.md
 
     void serialize(ListOutStream& list) const;
+    // Throws `ListStreamException`; the pattern is as it was then.
     void deserialize(ListInStream& list);
 
 private:
     friend class TypeDomain;
-    TypeDomainPatternBody* body_ = nullptr; // null is the empty pattern
 };
 
-class ORBCORE_API TypeDomain {
+class ORBCORE_API TypeDomain : public TypesHandle<TypeDomainBody> {
 public:
-    TypeDomain() noexcept; // shares the empty body
+    TypeDomain() noexcept = default;
+    // What the process does not know as a class, and the undefined type, is left out, here and in
+    // what adds types.
     explicit TypeDomain(const _GUID& type);
     // Shared by all domains of one pattern body; made once. Throws
     // `TypeDomainPatternProviderException` when a provider fails.
     explicit TypeDomain(const TypeDomainPattern& pattern);
-    TypeDomain(const TypeDomain& other) noexcept;
-    TypeDomain(TypeDomain&& other) noexcept; // the source is empty afterwards
-    TypeDomain& operator=(const TypeDomain& other) noexcept;
-    TypeDomain& operator=(TypeDomain&& other) noexcept;
-    ~TypeDomain();
 
-    unsigned size() const noexcept;
-    bool empty() const noexcept { return size() == 0; }
-    const _GUID& front() const noexcept;
     // The undefined type is in a domain of two types or more.
     bool contains(const _GUID& type) const noexcept;
-    std::vector<_GUID> types() const;
-    _GUID find(const std::function<bool(const _GUID&)>& matches) const;
-    void forEach(const std::function<void(const _GUID&)>& action) const;
 
     // Of the one type, if there is one; of more than one, that of undefined; of none, the null GUID.
     const _GUID& defaultTypeId() const noexcept;
-    Type defaultType() const;
-
-    const NumericQualifiers& getNumericQualifiers() const noexcept;
-    const StringQualifiers& getStringQualifiers() const noexcept;
-    const DateQualifiers& getDateQualifiers() const noexcept;
-    const BinaryQualifiers& getBinaryQualifiers() const noexcept;
+    Type defaultType() const; // of none, that of undefined
 
     void addType(const _GUID& type);
     void addTypes(const std::vector<_GUID>& types);
     void merge(const TypeDomain& other);
-    void setNumericQualifiers(const NumericQualifiers& qualifiers);
-    void setStringQualifiers(const StringQualifiers& qualifiers);
-    void setDateQualifiers(const DateQualifiers& qualifiers);
-    void setBinaryQualifiers(const BinaryQualifiers& qualifiers);
-
-private:
-    TypeDomainBody& unique();
-    TypeDomainBody* body_; // never null
 };
 
 } // namespace core

@@ -16,12 +16,12 @@ class ORBCORE_API Value final : public GenericValue {
 public:
     Value() noexcept : value_(create_undefined_value()) {}
     Value(bool value) noexcept : value_(create_boolean_value(value)) {}
-    template <NativeInteger T> Value(T value) : Value(create_numeric_value(value)) {}
-    Value(double value) : Value(create_numeric_value(value)) {}
-    Value(const Numeric& value) : Value(create_numeric_value(value)) {}
-    Value(const char16_t* value) : Value(create_string_value(value)) {}
-    Value(const stdx::ustring& value) : Value(create_string_value(value)) {}
-    Value(const Date& value) : Value(create_date_value(value)) {}
+    template <NativeInteger T> Value(T value) : value_(detail::owned_value(value)) {}
+    Value(double value) : value_(detail::owned_value(value)) {}
+    Value(const Numeric& value) : value_(detail::owned_value(value)) {}
+    Value(const char16_t* value) : value_(detail::owned_value(value)) {}
+    Value(const stdx::ustring& value) : value_(detail::owned_value(value)) {}
+    Value(const Date& value) : value_(detail::owned_value(value)) {}
     // Null gives undefined.
     Value(IValue* value) noexcept : value_(value ? value : create_undefined_value()) {
         value_->AddRef();
@@ -50,7 +50,7 @@ public:
         std::swap(value_, taken.value_);
         return *this;
     }
-    ~Value() { value_->Release(); }
+    ~Value() { release(value_); }
 
     // A value that is undefined and lives for ever.
     static const Value& undefined() noexcept;
@@ -72,6 +72,11 @@ public:
     }
 
 private:
+    // The undefined value, which every move leaves behind, is passed by without a call.
+    static void release(IValue* value) noexcept {
+        if (value != create_undefined_value()) value->Release();
+    }
+
     IValue* value_; // never null, one reference
 };
 

@@ -1,0 +1,82 @@
+#include <core/values/EnumKeys.h>
+
+#include <core/values/EnumValueClasses.h>
+
+namespace core {
+namespace {
+
+constexpr EnumRow<EnumValuesKey> kKey[] = {
+    {EnumValuesKey::None, {u"None", u"Нет"}},
+    {EnumValuesKey::BackSpace, {u"BackSpace", nullptr}},
+    {EnumValuesKey::Space, {u"Space", nullptr}},
+    {EnumValuesKey::_0, {u"_0", nullptr}},
+    {EnumValuesKey::_1, {u"_1", nullptr}},
+    {EnumValuesKey::_2, {u"_2", nullptr}},
+    {EnumValuesKey::_3, {u"_3", nullptr}},
+    {EnumValuesKey::_4, {u"_4", nullptr}},
+    {EnumValuesKey::_5, {u"_5", nullptr}},
+    {EnumValuesKey::_6, {u"_6", nullptr}},
+    {EnumValuesKey::_7, {u"_7", nullptr}},
+    {EnumValuesKey::_8, {u"_8", nullptr}},
+    {EnumValuesKey::_9, {u"_9", nullptr}},
+    {EnumValuesKey::A, {u"A", nullptr}},
+    {EnumValuesKey::B, {u"B", nullptr}},
+    {EnumValuesKey::C, {u"C", nullptr}},
+    {EnumValuesKey::D, {u"D", nullptr}},
+    {EnumValuesKey::E, {u"E", nullptr}},
+    {EnumValuesKey::F, {u"F", nullptr}},
+    {EnumValuesKey::G, {u"G", nullptr}},
+    {EnumValuesKey::H, {u"H", nullptr}},
+    {EnumValuesKey::I, {u"I", nullptr}},
+    {EnumValuesKey::J, {u"J", nullptr}},
+    {EnumValuesKey::K, {u"K", nullptr}},
+    {EnumValuesKey::L, {u"L", nullptr}},
+    {EnumValuesKey::M, {u"M", nullptr}},
+    {EnumValuesKey::N, {u"N", nullptr}},
+    {EnumValuesKey::O, {u"O", nullptr}},
+    {EnumValuesKey::P, {u"P", nullptr}},
+    {EnumValuesKey::Q, {u"Q", nullptr}},
+    {EnumValuesKey::R, {u"R", nullptr}},
+    {EnumValuesKey::S, {u"S", nullptr}},
+    {EnumValuesKey::T, {u"T", nullptr}},
+    {EnumValuesKey::U, {u"U", nullptr}},
+    {EnumValuesKey::V, {u"V", nullptr}},
+    {EnumValuesKey::W, {u"W", nullptr}},
+    {EnumValuesKey::X, {u"X", nullptr}},
+    {EnumValuesKey::Y, {u"Y", nullptr}},
+    {EnumValuesKey::Z, {u"Z", nullptr}},
+    {EnumValuesKey::Num0, {u"Num0", nullptr}},
+    {EnumValuesKey::Num1, {u"Num1", nullptr}},
+    {EnumValuesKey::Num2, {u"Num2", nullptr}},
+    {EnumValuesKey::Num3, {u"Num3", nullptr}},
+    {EnumValuesKey::Num4, {u"Num4", nullptr}},
+    {EnumValuesKey::Num5, {u"Num5", nullptr}},
+    {EnumValuesKey::Num6, {u"Num6", nullptr}},
+    {EnumValuesKey::Num7, {u"Num7", nullptr}},
+    {EnumValuesKey::Num8, {u"Num8", nullptr}},
+    {EnumValuesKey::Num9, {u"Num9", nullptr}},
+    {EnumValuesKey::NumMultiply, {u"NumMultiply", nullptr}},
+    {EnumValuesKey::NumAdd, {u"NumAdd", nullptr}},
+    {EnumValuesKey::NumSubtract, {u"NumSubtract", nullptr}},
+    {EnumValuesKey::NumDecimal, {u"NumDecimal", nullptr}},
+    {EnumValuesKey::NumDivide, {u"NumDivide", nullptr}},
+    {EnumValuesKey::F1, {u"F1", nullptr}},
+    {EnumValuesKey::F2, {u"F2", nullptr}},
+    {EnumValuesKey::F3, {u"F3", nullptr}},
+    {EnumValuesKey::F4, {u"F4", nullptr}},
+    {EnumValuesKey::F5, {u"F5", nullptr}},
+    {EnumValuesKey::F6, {u"F6", nullptr}},
+    {EnumValuesKey::F7, {u"F7", nullptr}},
+    {EnumValuesKey::F8, {u"F8", nullptr}},
+    {EnumValuesKey::F9, {u"F9", nullptr}},
+    {EnumValuesKey::F10, {u"F10", nullptr}},
+    {EnumValuesKey::F11, {u"F11", nullptr}},
+    {EnumValuesKey::F12, {u"F12", nullptr}},
+    {EnumValuesKey::Break, {u"Break", nullptr}},
+};
+
+} // namespace
+
+ORBCORE_REGISTER_ENUMERATION(EnumValuesKey, EnumValuesKey, kKey);
+
+} // namespace core
