@@ -3,6 +3,7 @@
 
 #include "Command.h"
 #include "Json.h"
+#include "Objects.h"
 
 #include <core/core.h>
 
@@ -82,13 +83,6 @@ const char* only_value(const Arguments& arguments, const char* what) {
     if (arguments.values.size() != 1)
         throw UsageError(std::string("expected one argument, ") + what);
     return arguments.values[0];
-}
-
-core::InterfacePtr<IUnknown> object_named(const char* name) {
-    _GUID clsid;
-    if (std::string_view(name).size() == core::kGuidTextLength && core::from_string(name, clsid))
-        return core::create_object<IUnknown>(clsid);
-    return core::create_object_by_alias<IUnknown>(core::from_utf8(name));
 }
 
 } // namespace

@@ -43,6 +43,9 @@ struct Command {
 int list_classes(const Arguments& arguments);
 int create_new(const Arguments& arguments);
 int inspect_component(const Arguments& arguments);
+int describe_class(const Arguments& arguments);
+int get_properties(const Arguments& arguments);
+int call_method(const Arguments& arguments);
 int text_command(const Arguments& arguments);
 int convert_command(const Arguments& arguments);
 int locale_command(const Arguments& arguments);

@@ -22,6 +22,9 @@ constexpr Command kCommands[] = {
     {"classes", "", "list the registered classes", list_classes},
     {"new", "NAME|GUID", "create an object and tell what it answers to", create_new},
     {"component", "NAME", "load a component library and show what it brings", inspect_component},
+    {"describe", "CLASS", "tell what a class offers to scripts, in both languages", describe_class},
+    {"get", "URL PROPERTY...", "print properties of the object in a file", get_properties},
+    {"call", "URL METHOD [ARG]...", "call a method of the object in a file", call_method},
     {"text", "VERB ...", "search and convert text; `orb text help` lists the verbs", text_command},
     {"convert", "[FILE]...", "change the encoding: --from ENC, --to ENC; --list shows all",
      convert_command, true},
@@ -144,10 +147,14 @@ public:
     int status() const noexcept { return status_; }
 
 private:
+    static void speak(core::SCOM_Process& process, const char16_t* language) {
+        process.setResourceLocale(core::Locale(language));
+        process.setTermLanguage(std::u16string_view(language) == u"ru" ? 1 : 0);
+    }
     void run() override {
         if (line_.log != core::SCOM_LogLevel::None) start_log(line_.log, line_.json);
         core::SCOM_Process* const process = core::current_process();
-        if (line_.language) process->setResourceLocale(core::Locale(line_.language));
+        if (line_.language) speak(*process, line_.language);
         for (const char* const component : line_.components) process->loadComponentEx(component);
         const std::span<char* const> values = line_.values;
         status_ = line_.command->run({values, line_.json, values.last(line_.plain)});
@@ -174,6 +181,18 @@ int run(std::span<char*> words) {
     return host.status();
 }
 
+// "what failed: why: what was behind that", in one line.
+std::string with_causes(const core::Exception& exception) {
+    std::string text = core::to_utf8(exception.description()).c_str();
+    core::InterfacePtr<core::IExceptionObject> cause(exception.inner(), true);
+    while (cause) {
+        const core::Exception& next = *cause->exception();
+        text += std::string(": ") + core::to_utf8(next.description()).c_str();
+        cause = {next.inner(), true};
+    }
+    return text;
+}
+
 // Much of what was printed may still be on its way, to a disk that is full, say.
 void deliver_output() {
     errno = 0;
@@ -195,7 +214,7 @@ int main(int count, char** words) {
         std::cerr << "orb: " << error.what() << "; `orb --help` lists all\n";
         return orb::kUsage;
     } catch (const core::Exception& exception) {
-        std::cerr << "orb: " << core::to_utf8(exception.description()) << '\n';
+        std::cerr << "orb: " << orb::with_causes(exception) << '\n';
     } catch (const std::exception& error) {
         std::cerr << "orb: " << error.what() << '\n';
     }

@@ -1,0 +1,18 @@
+// Objects by the name or the GUID of their class.
+#pragma once
+
+#include <core/core.h>
+
+#include <string_view>
+
+namespace orb {
+
+// Null when the class is unknown or makes no objects.
+inline core::InterfacePtr<IUnknown> object_named(const char* name) {
+    _GUID clsid;
+    if (std::string_view(name).size() == core::kGuidTextLength && core::from_string(name, clsid))
+        return core::create_object<IUnknown>(clsid);
+    return core::create_object_by_alias<IUnknown>(core::from_utf8(name));
+}
+
+} // namespace orb
