@@ -5,6 +5,7 @@
 
 #include <core/core.h>
 
+#include <filesystem>
 #include <iostream>
 #include <vector>
 
@@ -16,6 +17,12 @@ void complain(const core::Exception& exception) {
     core::InterfacePtr<core::IExceptionObject> cause(exception.inner(), true);
     for (; cause; cause = {cause->exception()->inner(), true})
         std::cout << "  because: " << core::to_utf8(cause->exception()->description()) << '\n';
+}
+
+// A URL, or a path of the system.
+core::URL url_of(std::string_view word) {
+    if (word.find("://") != word.npos) return core::URL(core::from_utf8(word), false);
+    return core::file_url(core::from_utf8(std::filesystem::absolute(word).native()));
 }
 
 class Host : public core::Process {
@@ -30,7 +37,7 @@ private:
         process->setResourceLocale(core::Locale(isRussian ? u"ru" : u"en"));
         try {
             process->loadComponentEx("invoice");
-            print(core::URL::prepareURL(core::from_utf8(words_.at(0)), false));
+            print(url_of(words_.at(0)));
             status_ = 0;
         } catch (const core::Exception& exception) {
             complain(exception);
@@ -39,11 +46,10 @@ private:
 
     void print(const core::URL& url) {
         const core::Value object(core::load_object(url));
-        for (std::size_t i = 1; i < words_.size(); ++i)
-            std::cout << words_[i] << ": "
-                      << core::to_utf8(core::to_string(
-                             core::get_property(object, core::from_utf8(words_[i]))))
-                      << '\n';
+        for (std::size_t i = 1; i < words_.size(); ++i) {
+            const core::Value value = core::get_property(object, core::from_utf8(words_[i]));
+            std::cout << words_[i] << ": " << core::to_utf8(core::to_string(value)) << '\n';
+        }
     }
 
     std::vector<std::string_view> words_;

@@ -3,7 +3,7 @@
 
 #include "Command.h"
 #include "Json.h"
-#include "Objects.h"
+#include "Words.h"
 
 #include <core/core.h>
 

@@ -3,6 +3,7 @@
 
 #include "Command.h"
 #include "Json.h"
+#include "Words.h"
 
 #include <core/component/SCOM_Process.h>
 #include <core/component/Utf8.h>
@@ -20,6 +21,20 @@
 #include <unistd.h>
 
 namespace orb {
+
+core::URL url_of(std::string_view word) {
+    const stdx::ustring text = core::from_utf8(word);
+    if (text.view().find(u"://") != std::u16string_view::npos) {
+        core::URL url(text, false);
+        if (!core::get_service<core::IFileSystem>()->getScheme(
+                text.view().substr(0, text.view().find(u':'))))
+            throw Failure("nothing is known of the scheme of '" + std::string(word) + "'");
+        if (url.broken()) throw UsageError("'" + std::string(word) + "' is no URL");
+        return url;
+    }
+    return core::file_url(core::from_utf8(std::filesystem::absolute(std::string(word)).string()));
+}
+
 namespace {
 
 core::IFileSystem& files() {
@@ -28,19 +43,6 @@ core::IFileSystem& files() {
 
 std::string utf8(const stdx::ustring& text) {
     return std::string(core::to_utf8(text).view());
-}
-
-// A word of the command line: a URL, or a path of the system.
-core::URL url_of(std::string_view word) {
-    const stdx::ustring text = core::from_utf8(word);
-    if (text.view().find(u"://") != std::u16string_view::npos) {
-        core::URL url(text, false);
-        if (!files().getScheme(text.view().substr(0, text.view().find(u':'))))
-            throw Failure("nothing is known of the scheme of '" + std::string(word) + "'");
-        if (url.broken()) throw UsageError("'" + std::string(word) + "' is no URL");
-        return url;
-    }
-    return core::file_url(core::from_utf8(std::filesystem::absolute(std::string(word)).string()));
 }
 
 std::vector<core::URL> urls_of(const Arguments& arguments, std::size_t count, const char* what) {

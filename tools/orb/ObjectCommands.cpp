@@ -4,7 +4,7 @@
 #include "Command.h"
 #include "Description.h"
 #include "Json.h"
-#include "Objects.h"
+#include "Words.h"
 
 #include <core/persistence/ObjectFile.h>
 #include <core/values/Call.h>
@@ -208,8 +208,7 @@ core::Value value_of(const char* word, const core::TypeDomainPattern& types,
 }
 
 core::InterfacePtr<core::IContext_> open_context(const char* name) {
-    const core::URL url = core::URL::prepareURL(core::from_utf8(name), false);
-    core::InterfacePtr<core::IContext_> context(core::load_object(url));
+    core::InterfacePtr<core::IContext_> context(core::load_object(url_of(name)));
     if (!context)
         throw Failure("the object in '" + std::string(name) + "' has no properties and methods");
     return context;

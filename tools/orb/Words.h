@@ -1,4 +1,4 @@
-// Objects by the name or the GUID of their class.
+// What words of the command line name: classes and files.
 #pragma once
 
 #include <core/core.h>
@@ -6,6 +6,10 @@
 #include <string_view>
 
 namespace orb {
+
+// A URL, or a path of the system. Throws `Failure` for an unknown scheme, `UsageError` for what is no
+// URL.
+core::URL url_of(std::string_view word);
 
 // Null when the class is unknown or makes no objects.
 inline core::InterfacePtr<IUnknown> object_named(const char* name) {
