@@ -1,10 +1,11 @@
 // Lists beside their peers. What should hold: text is written ahead of RapidJSON's writer and read at
 // least as fast as by its SAX reader, both on UTF-16; bytes go ahead of QDataStream and msgpack both
 // ways; skipping costs little more than looking at the text.
+#include "Records.h"
+
 #include <core/component/Object.h>
 #include <core/files/MemoryFile.h>
 #include <core/streams/IStringBuffer.h>
-#include <core/streams/ListRecord.h>
 #include <core/streams/StringStreams.h>
 
 #include <benchmark/benchmark.h>
@@ -35,49 +36,7 @@
 
 namespace {
 
-// ---- The tree: folders of records, some 10 MB of text.
-
-struct Record {
-    std::int32_t id;
-    std::int64_t size;
-    bool open;
-    double rate;
-    stdx::ustring name, note;
-
-    static constexpr auto fields =
-        core::list_fields(core::list_field(&Record::id), core::list_field(&Record::size),
-                          core::list_field(&Record::open), core::list_field(&Record::rate),
-                          core::list_field(&Record::name), core::list_field(&Record::note));
-};
-constexpr std::size_t kFields = 6;
-
-using Folder = std::vector<Record>;
-
-const std::vector<Folder>& tree() {
-    static const std::vector<Folder> folders = [] {
-        std::vector<Folder> made(100);
-        std::uint32_t state = 1;
-        const auto next = [&state] { return state = state * 1664525 + 1013904223, state >> 8; };
-        const auto text = [&](unsigned words) {
-            static const char16_t* const kWords[] = {u"invoice ", u"paid ", u"of March ", u"X-100 ",
-                                                     u"\u0441\u0447\u0451\u0442 "};
-            stdx::ustring line;
-            for (unsigned n = next() % words; n != 0; --n) line.append(kWords[next() % 5]);
-            return line;
-        };
-        for (Folder& folder : made)
-            for (unsigned i = 0; i != 1400; ++i)
-                folder.push_back({static_cast<std::int32_t>(next() % 100'000),
-                                  static_cast<std::int64_t>(next()) * next(), next() % 2 == 0,
-                                  static_cast<double>(next()) / 128, text(4), text(12)});
-        return made;
-    }();
-    return folders;
-}
-
-std::size_t record_count() {
-    return tree().size() * tree()[0].size();
-}
+using namespace bench;
 
 template <class Run> void run_records(benchmark::State& state, Run run) {
     std::size_t size = 0;
@@ -88,41 +47,12 @@ template <class Run> void run_records(benchmark::State& state, Run run) {
 
 // ---- orbcore.
 
-void write_tree(core::ListOutStream& out) {
-    out->beginList();
-    for (const Folder& folder : tree()) {
-        out->beginList();
-        out->putUInt32(static_cast<std::uint32_t>(folder.size()));
-        for (const Record& record : folder) core::write_record(out, record);
-        out->endList();
-    }
-    out->endList();
-    out.close();
-}
-
-std::size_t read_tree(core::ListInStream& in) {
-    std::size_t sum = 0;
-    Record record{};
-    in->beginList();
-    for (std::size_t i = 0; i != tree().size(); ++i) {
-        std::uint32_t count = 0;
-        in->beginList();
-        in->getUInt32(count);
-        for (; count != 0; --count) {
-            core::read_record(in, record);
-            sum += record.note.size() + static_cast<std::size_t>(record.id);
-        }
-        in->endList();
-    }
-    in->endList();
-    return sum;
-}
-
 core::InterfacePtr<core::IStringBuffer> written_text() {
     core::StringOutputStream to;
     to.open(core::create_string_buffer().get());
     core::ListOutStream out(to.writer());
     write_tree(out);
+    out.close();
     return to.close();
 }
 
@@ -156,6 +86,7 @@ core::InterfacePtr<core::IMemoryFile> written_file() {
     auto file = core::create_memory_file(0);
     core::ListOutStream out(static_cast<core::IFile*>(file.get()));
     write_tree(out);
+    out.close();
     return file;
 }
 
@@ -196,74 +127,18 @@ BENCHMARK(binary_skip_orbcore)->Name("binary_skip/orbcore")->Unit(benchmark::kMi
 // ---- JSON: the same tree as arrays.
 
 #ifdef ORBCORE_PEER_RAPIDJSON
-using Utf16 = rapidjson::UTF16<char16_t>;
 using Buffer16 = rapidjson::GenericStringBuffer<Utf16>;
 
 std::u16string json16() {
     Buffer16 buffer;
     rapidjson::Writer<Buffer16, Utf16, Utf16> writer(buffer);
-    writer.StartArray();
-    for (const Folder& folder : tree()) {
-        writer.StartArray();
-        writer.Uint(static_cast<unsigned>(folder.size()));
-        for (const Record& record : folder) {
-            writer.StartArray();
-            writer.Int(record.id);
-            writer.Int64(record.size);
-            writer.Bool(record.open);
-            writer.Double(record.rate);
-            writer.String(record.name.data(), record.name.size());
-            writer.String(record.note.data(), record.note.size());
-            writer.EndArray();
-        }
-        writer.EndArray();
-    }
-    writer.EndArray();
+    write_json(writer);
     return {buffer.GetString(), buffer.GetSize() / sizeof(char16_t)};
 }
 
 void text_write_rapidjson(benchmark::State& state) {
     run_records(state, [] { return json16().size() * 2; });
 }
-
-// Fills records, as the list's reader does.
-struct Fill : rapidjson::BaseReaderHandler<Utf16, Fill> {
-    bool Bool(bool value) {
-        record.open = value;
-        ++field;
-        return true;
-    }
-    bool Int(int value) { return Int64(value); }
-    bool Uint(unsigned value) { return Int64(value); }
-    bool Uint64(std::uint64_t value) { return Int64(static_cast<std::int64_t>(value)); }
-    bool Int64(std::int64_t value) {
-        if (field++ % kFields == 0)
-            record.id = static_cast<std::int32_t>(value);
-        else
-            record.size = value;
-        return true;
-    }
-    bool Double(double value) {
-        record.rate = value;
-        ++field;
-        return true;
-    }
-    bool String(const char16_t* text, rapidjson::SizeType size, bool) {
-        stdx::ustring& to = field++ % kFields == 4 ? record.name : record.note;
-        to.assign(text, size);
-        return true;
-    }
-    bool StartArray() {
-        field = 0;
-        return true;
-    }
-    bool EndArray(rapidjson::SizeType) {
-        sum += record.note.size() + static_cast<std::size_t>(record.id);
-        return true;
-    }
-    Record record{};
-    std::size_t field = 0, sum = 0;
-};
 
 void text_read_rapidjson(benchmark::State& state) {
     const std::u16string text = json16();

@@ -2,15 +2,13 @@
 // file in memory. What should hold: a storage costs what its list costs with the same bytes as blobs
 // in it ("list"), and little more: an object or two an attachment, and where attachments pass through
 // temporary files, a copy into and one out of memory each. Qt writes plain bytes.
+#include "../support/Host.h"
+#include "Pairs.h"
+
 #include <core/component/Object.h>
-#include <core/component/SCOM_Process.h>
 #include <core/files/BufferedFile.h>
 #include <core/files/FileStreams.h>
 #include <core/files/MemoryFile.h>
-#include <core/persistence/CompactPersistenceStorage.h>
-#include <core/persistence/StreamPersistenceStorage.h>
-#include <core/runtime/CoreInit.h>
-#include <core/runtime/Process.h>
 #include <core/streams/LineSeparator.h>
 
 #include <benchmark/benchmark.h>
@@ -28,6 +26,7 @@ ORBCORE_MODULE("persistence_bench", "1.0.0.0");
 namespace {
 
 using namespace core;
+using namespace bench;
 
 constexpr int kRecords = 10'000;
 constexpr unsigned kAttachment = 1024;
@@ -39,18 +38,6 @@ const std::string& attachment() {
         return made;
     }();
     return bytes;
-}
-
-// The process in which storages are made. It stays until the program ends.
-void enter_process() {
-    static const bool entered = [] {
-        CoreInit();
-        auto* const host = new Process;
-        host->construct(nullptr);
-        host->init(nullptr);
-        return true;
-    }();
-    benchmark::DoNotOptimize(entered);
 }
 
 void count(benchmark::State& state) {
@@ -94,24 +81,6 @@ unsigned read_whole(IFile& file) {
 }
 
 // ---- Storages.
-
-struct Pair {
-    const _GUID& out;
-    const _GUID& in;
-};
-constexpr Pair kStream = {CLSID_StreamOutPersistenceStorage, CLSID_StreamInPersistenceStorage};
-constexpr Pair kBinary = {CLSID_BinaryStreamOutPersistenceStorage,
-                          CLSID_BinaryStreamInPersistenceStorage};
-constexpr Pair kCompact = {CLSID_CompactOutPersistenceStorage, CLSID_CompactInPersistenceStorage};
-
-template <class Storage> void attach(const InterfacePtr<Storage>& storage, IFile* file) {
-    if (const InterfacePtr<IStreamPersistenceStorage> stream(storage); stream)
-        stream->attach(file);
-    else if (const InterfacePtr<ICompactOutPersistenceStorage> out(storage); out)
-        out->attach(file, nullptr);
-    else
-        InterfacePtr<ICompactInPersistenceStorage>(storage)->attach(file, nullptr);
-}
 
 void save(const Pair& pair, IFile* file) {
     const auto storage = create_object<IOutPersistenceStorage>(pair.out);

@@ -4,7 +4,6 @@
 
 #include <core/component/Guid.h>
 #include <core/numbers/Numeric.h>
-#include <core/streams/IFile.h>
 #include <core/streams/IListStream.h>
 
 #include <memory>
@@ -30,32 +29,38 @@ using ListItem =
 
 void put_item(core::IListOutStream& out, const ListItem& item);
 
-enum class ListEvent { Begin, End, Item, EndOfFile };
+// An attachment is the whole list that holds it or points to it.
+enum class ListEvent { Begin, End, Item, Attachment, EndOfFile };
 
-// Reads block by block and holds one item in memory at a time.
+// Reads block by block and holds one item in memory at a time; attachments pass piece by piece.
 class ListScanner {
 public:
     virtual ~ListScanner() = default;
 
-    // Throws Failure with the place and what is wrong there.
+    // Throws Failure with the place and what is wrong there. What was not read of an attachment is
+    // looked at all the same.
     virtual ListEvent next() = 0;
-    virtual const char* form() const = 0; // "text" or "binary"
+    virtual const ListItem& item() const noexcept = 0; // behind ListEvent::Item
 
-    const ListItem& item() const noexcept { return item_; } // behind ListEvent::Item
+    // Behind ListEvent::Attachment: its next bytes, 0 at the end; and what carries it in the file.
+    virtual unsigned read(void* to, unsigned n) = 0;
+    virtual std::string carrier() const = 0;
 
-protected:
-    // Where lists begin and end; false if the limit of depth is passed or no list is open.
-    bool enter() noexcept { return ++depth_ <= core::kMaxListDepth; }
-    bool leave() noexcept { return depth_ != 0 && depth_-- != 0; }
-
-    ListItem item_;
-    unsigned depth_ = 0;
+    virtual const char* form() const = 0;  // "text", "binary" or "compact"
+    virtual std::string place() const = 0; // of what came last: "line 1, column 2" or "offset 3"
 };
 
-enum class ListForm { Found, Text, Binary };
+enum class ListForm { Found, Text, Binary, Compact };
 
-// A scanner of a file, or of standard input for "-". `Found`: the first byte tells the form, for a
-// list begins with another byte in each.
-std::unique_ptr<ListScanner> open_list(const std::string& name, ListForm form);
+struct ListReading {
+    ListForm form = ListForm::Found; // `Found`: the first bytes tell it, they differ in each
+    // Whether every list of the shape of an attachment is one. In bytes that is a list of 0 and blobs,
+    // none is taken for an attachment otherwise; in the compact form it is a list of one number, and
+    // otherwise the one that is the number of the next section.
+    bool attachments = false;
+};
+
+// A scanner of a file, or of standard input for "-".
+std::unique_ptr<ListScanner> open_list(const std::string& name, const ListReading& reading);
 
 } // namespace orb

@@ -141,6 +141,19 @@ CommandLine parse(std::span<char*> words) {
     return line;
 }
 
+// Calls what prints. The output goes out meanwhile and at the end, to a disk that is full, say.
+template <class Print> void deliver(Print print) {
+    try {
+        std::cout.exceptions(std::ios::badbit);
+        print();
+        std::cout.flush();
+    } catch (const std::ios_base::failure&) {
+        const int reason = errno;
+        std::cout.exceptions(std::ios::goodbit);
+        throw Failure(std::string("cannot write the output: ") + std::strerror(reason));
+    }
+}
+
 class Host final : public core::Process {
 public:
     explicit Host(const CommandLine& line) : line_(line) {}
@@ -157,7 +170,9 @@ private:
         if (line_.language) speak(*process, line_.language);
         for (const char* const component : line_.components) process->loadComponentEx(component);
         const std::span<char* const> values = line_.values;
-        status_ = line_.command->run({values, line_.json, values.last(line_.plain)});
+        deliver([&] {
+            status_ = line_.command->run({values, line_.json, values.last(line_.plain)});
+        });
     }
 
     const CommandLine& line_;
@@ -166,12 +181,8 @@ private:
 
 int run(std::span<char*> words) {
     const CommandLine line = parse(words);
-    if (line.help) {
-        print_help(std::cout);
-        return kSuccess;
-    }
-    if (line.version) {
-        print_version(std::cout);
+    if (line.help || line.version) {
+        deliver([&] { line.help ? print_help(std::cout) : print_version(std::cout); });
         return kSuccess;
     }
     core::CoreInitManager init;
@@ -193,23 +204,13 @@ std::string with_causes(const core::Exception& exception) {
     return text;
 }
 
-// Much of what was printed may still be on its way, to a disk that is full, say.
-void deliver_output() {
-    errno = 0;
-    if (std::cout.flush()) return;
-    const std::string reason = errno == 0 ? "" : std::string(": ") + std::strerror(errno);
-    throw Failure("cannot write the output" + reason);
-}
-
 } // namespace
 } // namespace orb
 
 int main(int count, char** words) {
     try {
-        const int status =
-            orb::run(std::span(words, static_cast<std::size_t>(count)).subspan(count > 0 ? 1 : 0));
-        orb::deliver_output();
-        return status;
+        return orb::run(
+            std::span(words, static_cast<std::size_t>(count)).subspan(count > 0 ? 1 : 0));
     } catch (const orb::UsageError& error) {
         std::cerr << "orb: " << error.what() << "; `orb --help` lists all\n";
         return orb::kUsage;

@@ -11,6 +11,7 @@ namespace core {
 namespace {
 
 constexpr unsigned kAttachmentInMemory = 0x40000;
+constexpr unsigned kBuffer = 0x2000; // a line of base64 is 48 bytes
 
 } // namespace
 
@@ -46,7 +47,7 @@ void StreamInPersistenceStorage::attach(IFile* file) {
 
 InterfacePtr<IFileEx> StreamInPersistenceStorage::binFile() {
     ListInStream& list = *opened(list_);
-    auto file = create_temp_file(kAttachmentInMemory);
+    auto file = create_buffered_temp_file(kAttachmentInMemory, kBuffer);
     AttachmentItem item(*file);
     list->beginList();
     list->getObject(item);
