@@ -52,6 +52,10 @@ template <class T, class Cache, ContextStability stability> class ContextDefInte
 public:
     static constexpr ContextStability kStability = stability;
 
+    ContextDefIntern() = default;
+    // For the caches that go by the description of a type.
+    explicit ContextDefIntern(const _GUID& type) : cache_(type) {}
+
     void initPropsCache(IContextDefBase* definition) { cache_.initPropsCache(definition); }
     void initMethodsCache(IContextDefBase* definition) { cache_.initMethodsCache(definition); }
 
@@ -98,6 +102,8 @@ class IContextImpl
     : public ContextCore
     , public Intern {
 public:
+    using Intern::Intern;
+
     int findProp(const stdx::ustring& name) override { return this->findPropIntern(this, name); }
     int findMethod(const stdx::ustring& name) override {
         return this->findMethodIntern(this, name);

@@ -163,13 +163,23 @@ template <class Parameters> inline constexpr auto kParameters = static_cast<Para
 
 using PlaceOf = ScriptPlace (*)(std::size_t position);
 
-// Calls `body` with the arguments as natives, read from the first on; they live until it returns.
+// The arguments of a call, made in their order, so that the first that does not fit is refused.
+template <std::size_t position, class P> struct HeldArgument { ScriptArgument<P> argument; };
+template <class Positions, class... P> struct HeldArguments;
+template <std::size_t... i, class... P>
+struct HeldArguments<std::index_sequence<i...>, P...> : HeldArgument<i, P>... {
+    template <class Body> decltype(auto) pass(Body& body) {
+        return body(HeldArgument<i, P>::argument.get()...);
+    }
+};
+
+// Calls `body` with the arguments as natives; they live until it returns.
 template <PlaceOf place, class... P, class Body>
 decltype(auto) with_natives(std::tuple<P...>*, std::vector<GenericValue*>& arguments, Body body) {
     return [&]<std::size_t... i>(std::index_sequence<i...>)->decltype(auto) {
-        [[maybe_unused]] std::tuple<ScriptArgument<P>...> natives{
-            ScriptArgument<P>(*arguments[i], place(i))...};
-        return body(std::get<i>(natives).get()...);
+        HeldArguments<std::index_sequence<i...>, P...> held{
+            {ScriptArgument<P>(*arguments[i], place(i))}...};
+        return held.pass(body);
     }
     (std::index_sequence_for<P...>());
 }
