@@ -168,17 +168,11 @@ constexpr std::array<BaseType, sizeof...(i)> make_base_types(std::index_sequence
 // Ready before any code runs, and without a destructor.
 constinit std::array base_types = make_base_types(BaseTypeIndexes());
 
-// Of all codes but the last the row is that of the number; `size()` for codes of no base type.
-constexpr std::size_t index_of(TypeCode code) noexcept {
-    const auto number = static_cast<std::size_t>(code);
-    const std::size_t last = base_type_rows.size() - 1;
-    if (number < last) return number;
-    return code == base_type_rows[last].code ? last : last + 1;
-}
+// The order that `detail::base_type_objects` is in.
 static_assert([] {
-    for (std::size_t i = 0; i != base_type_rows.size(); ++i)
-        if (index_of(base_type_rows[i].code) != i) return false;
-    return index_of(TypeCode::Object) == base_type_rows.size();
+    for (std::size_t i = 0; i + 1 != base_type_rows.size(); ++i)
+        if (base_type_rows[i].code != static_cast<TypeCode>(i)) return false;
+    return base_type_rows.back().code == TypeCode::Type;
 }());
 
 } // namespace
@@ -195,10 +189,11 @@ const BaseTypeRow* find_base_type_row(char16_t letter) noexcept {
     return nullptr;
 }
 
-IType* base_type(TypeCode code) noexcept {
-    const std::size_t index = index_of(code);
-    return index < base_types.size() ? &base_types[index] : nullptr;
-}
+namespace detail {
+constinit IType* const base_type_objects[7] = {&base_types[0], &base_types[1], &base_types[2],
+                                               &base_types[3], &base_types[4], &base_types[5],
+                                               &base_types[6]};
+} // namespace detail
 
 // ---- Registration
 

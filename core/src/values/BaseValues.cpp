@@ -59,24 +59,6 @@ void PrimitiveValueCore::serialize(IOutPersistenceStorage* storage) {
     put_payload(*storage->listStream(), getIType()->getTypeCode(), getDataPtr());
 }
 
-IType* UndefinedValue::getIType() {
-    return base_type(TypeCode::Undefined);
-}
-
-IType* NullValue::getIType() {
-    return base_type(TypeCode::Null);
-}
-
-template <class Payload, TypeCode code> IType* PayloadValue<Payload, code>::getIType() {
-    return base_type(code);
-}
-
-template class PayloadValue<bool, TypeCode::Boolean>;
-template class PayloadValue<Numeric, TypeCode::Numeric>;
-template class PayloadValue<stdx::ustring, TypeCode::String>;
-template class PayloadValue<Date, TypeCode::Date>;
-template class PayloadValue<_GUID, TypeCode::Type>;
-
 // ---- Boolean
 
 bool BooleanValue::getBoolean(bool& out) {

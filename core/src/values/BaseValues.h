@@ -10,6 +10,7 @@
 #include "ValueCells.h"
 
 #include <core/values/IValue.h>
+#include <core/values/Type.h>
 #include <core/values/TypeValueService.h>
 
 #include <atomic>
@@ -38,13 +39,13 @@ protected:
 
 class UndefinedValue : public PrimitiveValueCore {
 public:
-    IType* getIType() override;
+    IType* getIType() override { return base_type(TypeCode::Undefined); }
     std::uint32_t hashCode() override { return 0x7fffffff; }
 };
 
 class NullValue : public PrimitiveValueCore {
 public:
-    IType* getIType() override;
+    IType* getIType() override { return base_type(TypeCode::Null); }
     std::uint32_t hashCode() override { return 0x7ffffffe; }
 };
 
@@ -54,10 +55,10 @@ public:
     template <class... Arguments>
     constexpr PayloadValue(const Arguments&... arguments) : payload_(arguments...) {}
 
-    IType* getIType() override;
+    IType* getIType() override { return base_type(code); }
     const void* getDataPtr() override { return &payload_; }
     bool isEqual(IValue* other) override {
-        return other == this || (other && other->getIType() == getIType() &&
+        return other == this || (other && other->getIType() == base_type(code) &&
                                  *static_cast<const Payload*>(other->getDataPtr()) == payload_);
     }
 

@@ -43,6 +43,8 @@ constinit const StaticValues static_values = {
     .emptyString = &objects.emptyString,
     .emptyDate = &objects.emptyDate,
     .undefinedType = &objects.undefinedType,
+    .begin = &objects,
+    .size = sizeof objects,
 };
 
 } // namespace detail

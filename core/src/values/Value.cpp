@@ -15,7 +15,7 @@ const Value& Value::undefined() noexcept {
 
 void Value::setIValue(IValue* value) noexcept {
     if (!value) value = create_undefined_value();
-    value->AddRef();
+    add_reference(value);
     release(std::exchange(value_, value));
 }
 

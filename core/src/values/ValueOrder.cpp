@@ -24,6 +24,10 @@ int compare_texts(IValue* a, IValue* b, TypeCode code, const Collator& collator)
     return collator.compareNocase(textA, text_of(b, code, convertedB));
 }
 
+TypeCode code_of(IType* type) {
+    return type ? type->getTypeCode() : TypeCode::Object;
+}
+
 int sign_of(std::strong_ordering order) noexcept {
     return order < 0 ? -1 : order > 0 ? 1 : 0;
 }
@@ -37,7 +41,9 @@ Collator process_collator() {
 
 int compare_values(IValue* a, IValue* b, const Collator& collator) {
     if (a == b) return 0;
-    const TypeCode code = type_code(a), other = type_code(b);
+    IType* const typeA = a->getIType();
+    IType* const typeB = b->getIType();
+    const TypeCode code = code_of(typeA), other = typeA == typeB ? code : code_of(typeB);
     if (code != other) return sign_of(static_cast<int>(code) <=> static_cast<int>(other));
     switch (code) {
     case TypeCode::Undefined:

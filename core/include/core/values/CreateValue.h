@@ -8,6 +8,8 @@
 #include <core/values/IValue.h>
 
 #include <concepts>
+#include <cstddef>
+#include <cstdint>
 
 namespace core {
 
@@ -29,8 +31,17 @@ struct StaticValues {
     IValue* emptyString;
     IValue* emptyDate;
     IValue* undefinedType;
+    const void* begin; // all of them lie here
+    std::size_t size;
 };
 ORBCORE_API extern const StaticValues static_values;
+
+// Whether the references of a value are not counted, so that handles may pass the calls by.
+inline bool is_static(const IValue* value) noexcept {
+    return reinterpret_cast<std::uintptr_t>(value) -
+               reinterpret_cast<std::uintptr_t>(static_values.begin) <
+           static_values.size;
+}
 
 } // namespace detail
 

@@ -179,8 +179,8 @@ template <class T> std::optional<T> from_payload(const typename SourceOf<T>::typ
 
 template <detail::Payload T> const T* GenericValue::data() const {
     IValue* const value = lentIValue();
-    // Objects have other codes, so the payload is of this type.
-    if (type_code(value) != detail::PayloadOf<T>::code) return nullptr;
+    // There is one type of each of these codes, so the payload is of this native type.
+    if (value->getIType() != base_type(detail::PayloadOf<T>::code)) return nullptr;
     return static_cast<const T*>(value->getDataPtr());
 }
 

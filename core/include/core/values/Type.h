@@ -48,7 +48,8 @@ public:
     Code code() const { return type_->getTypeCode(); }
     const _GUID& clsid() const { return *type_->getTypeClsid(); }
 
-    // The one value that stands for this type in the current process; lent as long as that lives.
+    // The one value that stands for this type in the current process; lent as long as that lives. Null
+    // without a process.
     ITypeValue* getITypeValue() const;
 
     friend bool operator==(const Type& a, const Type& b) noexcept { return a.type_ == b.type_; }
@@ -57,8 +58,16 @@ private:
     InterfacePtr<IType> type_;
 };
 
+namespace detail {
+// By their codes, that of `Type` last.
+ORBCORE_API extern IType* const base_type_objects[7];
+} // namespace detail
+
 // The object of a base type; null for `Object`. It is static: no reference is needed.
-ORBCORE_API IType* base_type(TypeCode code) noexcept;
+inline IType* base_type(TypeCode code) noexcept {
+    if (code <= TypeCode::Date) return detail::base_type_objects[static_cast<unsigned>(code)];
+    return code == TypeCode::Type ? detail::base_type_objects[6] : nullptr;
+}
 
 } // namespace core
 

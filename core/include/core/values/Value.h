@@ -24,7 +24,7 @@ public:
     Value(const Date& value) : value_(detail::owned_value(value)) {}
     // Null gives undefined.
     Value(IValue* value) noexcept : value_(value ? value : create_undefined_value()) {
-        value_->AddRef();
+        add_reference(value_);
     }
     // See `assign(IUnknown*)`.
     explicit Value(IUnknown* object) : Value() { assign(object); }
@@ -38,7 +38,7 @@ public:
     // What is no value of its own would become true.
     template <class T> Value(const T*) = delete;
 
-    Value(const Value& other) noexcept : Value(other.value_) {}
+    Value(const Value& other) noexcept : value_(other.value_) { add_reference(value_); }
     // Sources of moves are undefined afterwards.
     Value(Value&& other) noexcept : value_(std::exchange(other.value_, create_undefined_value())) {}
     Value& operator=(const Value& other) noexcept {
@@ -72,9 +72,11 @@ public:
     }
 
 private:
-    // The undefined value, which every move leaves behind, is passed by without a call.
+    static void add_reference(IValue* value) noexcept {
+        if (!detail::is_static(value)) value->AddRef();
+    }
     static void release(IValue* value) noexcept {
-        if (value != create_undefined_value()) value->Release();
+        if (!detail::is_static(value)) value->Release();
     }
 
     IValue* value_; // never null, one reference
