@@ -7,10 +7,12 @@
 #include <core/numbers/Numeric.h>
 #include <core/text/Numbers.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <limits>
 #include <random>
+#include <vector>
 
 namespace {
 
@@ -217,6 +219,72 @@ TEST_F(ListForms, DoublesHaveSixteenDigits) {
         check(half); // ties go to the even digit
 }
 
+// A string as bytes, said plainly.
+std::string stored_string(std::u16string_view units) {
+    const bool narrow = std::ranges::all_of(units, [](char16_t c) { return c < 256; });
+    std::string bytes;
+    if (units.empty()) {
+        bytes = '\x01';
+    } else if (narrow && units.size() == 1) {
+        bytes = '\x0B';
+    } else {
+        const unsigned width = units.size() < 0x100 ? 1 : units.size() < 0x10000 ? 2 : 8;
+        bytes = static_cast<char>((narrow ? 26 : 23) + std::min(width - 1, 2u));
+        for (unsigned i = 0; i != width; ++i)
+            bytes += static_cast<char>(std::uint64_t{units.size()} >> 8 * i);
+    }
+    for (const char16_t unit : units) {
+        bytes += static_cast<char>(unit);
+        if (!narrow) bytes += static_cast<char>(unit >> 8);
+    }
+    return bytes;
+}
+
+// All lengths of a short string and the limits of longer ones; the unit that makes it wide first, last
+// and between. One string takes what is read, and what it held before stays as it was for others.
+TEST_F(ListForms, StringsOfEveryLength) {
+    std::vector<unsigned> sizes = {4093, 4094, 4864, 4865, 5000, 65535, 65536, 65537, 140'000};
+    for (unsigned size = 0; size <= 300; ++size) sizes.push_back(size);
+    std::vector<stdx::ustring> strings;
+    for (const unsigned size : sizes) {
+        std::u16string units(size, 0);
+        for (unsigned i = 0; i != size; ++i) units[i] = static_cast<char16_t>(255 - i * 7 % 256);
+        strings.emplace_back(units);
+        for (const unsigned wide : {0u, size / 2, size - 1}) {
+            if (wide >= size) continue;
+            std::u16string changed = units;
+            changed[wide] = wide % 2 == 0 ? u'\u0100' : u'\uFFFF';
+            strings.emplace_back(changed);
+        }
+    }
+    std::string expected;
+    for (const stdx::ustring& string : strings) {
+        std::string bytes = stored_string(string);
+        bytes[0] = static_cast<char>(bytes[0] | (expected.empty() ? 0x40 : 0x80));
+        expected += bytes;
+    }
+    expected += '\x20';
+    const std::string bytes = bytes_of([&](IListOutStream& out) {
+        out.beginList();
+        for (const stdx::ustring& string : strings) out.putString(string);
+        out.endList();
+    });
+    ASSERT_TRUE(bytes == expected);
+
+    for (const unsigned window : {0u, 3u, 100'000'000u}) {
+        ListInStream in(make_file(bytes, window).get());
+        stdx::ustring read, held;
+        in->beginList();
+        for (std::size_t i = 0; i != strings.size(); ++i) {
+            if (i % 2 == 0) held = read; // shares its block
+            in->getString(read);
+            ASSERT_TRUE(read == strings[i]) << i;
+            ASSERT_TRUE(i < 2 || held == strings[i - 1 - i % 2]) << i;
+        }
+        in->endList();
+    }
+}
+
 TEST_F(ListForms, ListsWithinLists) {
     const auto put = [](IListOutStream& out) {
         out.beginList();
@@ -237,6 +305,13 @@ TEST_F(ListForms, ListsWithinLists) {
     EXPECT_EQ(text_of(put), u"{1,2,\n{3},\n{4,\n{5}\n},6}");
     EXPECT_EQ(hex(bytes_of(put)), "4283C4E5C620A7"
                                   "20");
+
+    constexpr unsigned kMany = 10'000; // one byte each, more than a stream collects
+    const std::string many = bytes_of([](IListOutStream& out) {
+        for (unsigned i = 0; i != kMany; ++i) out.beginList();
+        for (unsigned i = 0; i != kMany; ++i) out.endList();
+    });
+    EXPECT_TRUE(many == std::string(kMany, '\x40') + std::string(kMany, '\x20'));
 }
 
 } // namespace

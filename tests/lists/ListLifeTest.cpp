@@ -66,7 +66,8 @@ TEST_F(ListLife, BytesAreCompletedOnceAndTheFileIsLetGo) {
     out.close();
     stream->close();
     EXPECT_EQ(log_, "");
-    EXPECT_THROW(stream->putInt32(1), IllegalArgumentException);
+    for (int i = 0; i != 10'000; ++i) // they collect nowhere
+        EXPECT_THROW(stream->putInt64(i), IllegalArgumentException);
     EXPECT_THROW(stream->flush(), IllegalArgumentException);
 }
 
@@ -151,6 +152,42 @@ TEST_F(ListLife, AnObjectIsOneItem) {
         EXPECT_EQ(three, 3);
         in->endList();
     }
+}
+
+// The comma of an object without items has a byte of its own.
+TEST_F(ListLife, AnObjectOfNoItemsIsAnItem) {
+    struct Nothing : IListStreamObject {
+        void toStream(IWriter*) override {}
+        bool fromStream(IReader*) override { return true; }
+        void toBinary(IListOutStream*) override {}
+        void fromBinary(IListInStream*) override {}
+    } nothing;
+    const auto put = [&](IListOutStream& out) {
+        out.beginList();
+        out.putObject(nothing);
+        out.putObject(nothing);
+        out.putInt32(1);
+        out.putObject(nothing);
+        out.beginList();
+        out.endList();
+        out.putObject(nothing);
+        out.endList();
+    };
+    EXPECT_EQ(text_of(put), u"{,,1,,\n{},}");
+    const std::string bytes = bytes_of(put);
+    EXPECT_EQ(hex(bytes), "40808280C0A020");
+    ListInStream in(make_file(bytes, 3).get());
+    std::int32_t one = 0;
+    in->beginList();
+    in->getObject(nothing);
+    in->getObject(nothing);
+    in->getInt32(one);
+    EXPECT_EQ(one, 1);
+    in->getObject(nothing);
+    in->beginList();
+    in->endList();
+    in->getObject(nothing);
+    in->endList();
 }
 
 TEST_F(ListLife, AReaderIsExchangedWithoutANewStream) {

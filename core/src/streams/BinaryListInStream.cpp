@@ -1,5 +1,7 @@
 #include "BinaryListInStream.h"
 
+#include "ListUnits.h"
+
 #include <core/component/Guid.h>
 #include <core/numbers/Numeric.h>
 #include <core/streams/ListStreamException.h>
@@ -18,14 +20,18 @@ using namespace list_tag;
 namespace {
 
 // What is read of a string or blob at a time: memory is taken as the data arrive, whatever length
-// the stream claims.
+// the stream claims. Larger blocks of strings are not kept, either.
 constexpr unsigned kPiece = 0x10000;
 // More units than any string holds.
 constexpr std::uint64_t kMostUnits = 0x7FFFFFFF;
 
-void check(bool good) {
+[[noreturn, gnu::cold, gnu::noinline]] void refuse() {
+    throw ListStreamException();
+}
+
+inline void check(bool good) {
     if (!good) [[unlikely]]
-        throw ListStreamException();
+        refuse();
 }
 
 constexpr bool is_integer(std::uint8_t type) noexcept {
@@ -46,7 +52,7 @@ template <class T> T BinaryListInStream::read_as() {
     return value;
 }
 
-std::uint64_t BinaryListInStream::read_number(unsigned width) {
+inline std::uint64_t BinaryListInStream::read_number(unsigned width) {
     std::uint64_t number;
     check(in_.read_number(width, number));
     return number;
@@ -56,27 +62,33 @@ void BinaryListInStream::pass(std::uint64_t n) {
     check(in_.take(n, [](const std::uint8_t*, std::size_t) {}));
 }
 
-// Appends `count` units, stored in the width of the string's.
-template <class String> void BinaryListInStream::read_units(String& to, std::uint64_t count) {
+// Has `fill(units, n)` make up the string, `count` units in all, piece by piece. A block that the
+// string has for itself is used again.
+template <class String, class Fill>
+void BinaryListInStream::fill_string(String& to, std::uint64_t count, Fill fill) {
     check(count <= kMostUnits);
-    while (count != 0) {
-        const auto n = static_cast<unsigned>(std::min<std::uint64_t>(count, kPiece));
-        check(in_.read(to._append(n), n * sizeof(typename String::value_type)));
-        count -= n;
+    if (to._get_refs() != 1 || to.capacity() < count || to.capacity() > kPiece) to.clear();
+    auto n = static_cast<unsigned>(std::min<std::uint64_t>(count, kPiece));
+    to._resize_nofill(n);
+    fill(to.data(), n);
+    while ((count -= n) != 0) {
+        n = static_cast<unsigned>(std::min<std::uint64_t>(count, kPiece));
+        fill(to._append(n), n);
     }
 }
 
-// Appends `count` units below 256, stored in a byte each.
-void BinaryListInStream::widen_bytes(stdx::ustring& to, std::uint64_t count) {
-    check(count <= kMostUnits);
-    while (count != 0) {
-        const auto n = static_cast<unsigned>(std::min<std::uint64_t>(count, kPiece));
-        char16_t* units = to._append(n);
-        check(in_.take(n, [&units](const std::uint8_t* bytes, std::size_t size) {
-            units = std::copy_n(bytes, size, units);
-        }));
-        count -= n;
-    }
+// `count` units, stored in the width of the string's.
+template <class String> void BinaryListInStream::read_units(String& to, std::uint64_t count) {
+    fill_string(to, count,
+                [this](auto* units, unsigned n) { check(in_.read(units, n * sizeof *units)); });
+}
+
+// `n` units below 256, stored in a byte each.
+void BinaryListInStream::widen_bytes(char16_t* to, unsigned n) {
+    check(in_.take(n, [&to](const std::uint8_t* bytes, std::size_t size) {
+        widen_units(to, bytes, size);
+        to += size;
+    }));
 }
 
 // ---- Tags.
@@ -92,9 +104,14 @@ inline bool BinaryListInStream::load() {
 // Takes the first mark of the tag byte or, behind the marks, its type.
 inline std::uint8_t BinaryListInStream::next() {
     check(load());
-    const std::uint8_t taken = first_of(pending_);
+    const std::uint8_t taken = pending_ <= kTypeMask ? pending_ : first_of(pending_);
     pending_ = static_cast<std::uint8_t>(pending_ & ~taken);
     return taken;
+}
+
+inline void BinaryListInStream::take_comma() {
+    check(load() && (pending_ & (kEnd | kComma)) == kComma); // it applies before all but an end
+    pending_ ^= kComma;
 }
 
 // What next() would take; 0 at the end of the file.
@@ -104,7 +121,7 @@ inline std::uint8_t BinaryListInStream::peek() {
 
 // Passes the comma in front of an item, and gives its type.
 inline std::uint8_t BinaryListInStream::begin_item() {
-    if (needComma_ && commasOn_) check(next() == kComma);
+    if (needComma_ && commasOn_) take_comma();
     needComma_ = true;
     return next();
 }
@@ -234,28 +251,27 @@ void BinaryListInStream::getNumeric(Numeric& value) {
 // ---- Strings and blobs.
 
 // The count behind a type of 8, 16 or 64 bits of count, which follow each other from `firstType`.
-std::uint64_t BinaryListInStream::count_of(std::uint8_t type, std::uint8_t firstType) {
-    constexpr unsigned kWidths[] = {1, 2, 8};
+inline std::uint64_t BinaryListInStream::count_of(std::uint8_t type, std::uint8_t firstType) {
+    static constexpr unsigned kWidths[] = {1, 2, 8};
     check(type >= firstType && type < firstType + std::size(kWidths));
     return read_number(kWidths[type - firstType]);
 }
 
-std::uint64_t BinaryListInStream::blob_size(std::uint8_t type) {
+inline std::uint64_t BinaryListInStream::blob_size(std::uint8_t type) {
     if (type == kZero) return 0;
     return type == kUInt8 ? 1 : count_of(type, kBytes8);
 }
 
 void BinaryListInStream::blob_of(std::uint8_t type, stdx::string& data) {
-    data.clear();
     read_units(data, blob_size(type));
 }
 
 void BinaryListInStream::string_of(std::uint8_t type, stdx::ustring& value) {
-    value.clear();
     if (type >= kUnits8 && type <= kUnits64)
         read_units(value, count_of(type, kUnits8));
     else
-        widen_bytes(value, blob_size(type));
+        fill_string(value, blob_size(type),
+                    [this](char16_t* units, unsigned n) { widen_bytes(units, n); });
 }
 
 void BinaryListInStream::getString(stdx::ustring& value) {
@@ -268,15 +284,11 @@ void BinaryListInStream::getChars(char16_t* value, unsigned capacity) {
     const bool wide = type >= kUnits8 && type <= kUnits64;
     const std::uint64_t count = wide ? count_of(type, kUnits8) : blob_size(type);
     check(count < capacity);
-    const auto n = static_cast<std::size_t>(count);
-    if (wide) {
+    const auto n = static_cast<unsigned>(count);
+    if (wide)
         check(in_.read(value, n * sizeof *value));
-    } else {
-        char16_t* to = value;
-        check(in_.take(n, [&to](const std::uint8_t* bytes, std::size_t size) {
-            to = std::copy_n(bytes, size, to);
-        }));
-    }
+    else
+        widen_bytes(value, n);
     value[n] = 0;
     end_item();
 }
@@ -306,7 +318,7 @@ void BinaryListInStream::getFile(IFile* file) {
 }
 
 void BinaryListInStream::getObject(IListStreamObject& object) {
-    if (needComma_ && commasOn_) check(next() == kComma);
+    if (needComma_ && commasOn_) take_comma();
     struct Commas {
         bool& on;
         const bool before = std::exchange(on, false);
@@ -327,9 +339,10 @@ void BinaryListInStream::skip_item(std::uint8_t type) {
         pass(sizeof(double));
     else if (type == kGuid)
         pass(sizeof(_GUID));
-    else if (type == kNumeric)
-        pass(blob_size(next()));
-    else if (type >= kUnits8 && type <= kUnits64) {
+    else if (type == kNumeric) {
+        Numeric number;
+        numeric_of(type, number);
+    } else if (type >= kUnits8 && type <= kUnits64) {
         const std::uint64_t count = count_of(type, kUnits8);
         check(count <= kMostUnits);
         pass(count * sizeof(char16_t));

@@ -65,12 +65,15 @@ private:
     template <class T> T read_as();
     std::uint64_t read_number(unsigned width);
     void pass(std::uint64_t n);
+    template <class String, class Fill>
+    void fill_string(String& to, std::uint64_t count, Fill fill);
     template <class String> void read_units(String& to, std::uint64_t count);
-    void widen_bytes(stdx::ustring& to, std::uint64_t count);
+    void widen_bytes(char16_t* to, unsigned n);
 
     // Tags.
     bool load();
     std::uint8_t next();
+    void take_comma();
     std::uint8_t peek();
     std::uint8_t begin_item();
     void end_item();

@@ -1,11 +1,10 @@
 #include "BinaryListOutStream.h"
 
+#include "ListUnits.h"
+
 #include <core/component/Exception.h>
 #include <core/component/IllegalArgumentException.h>
 #include <core/numbers/Numeric.h>
-#include <core/streams/ListTags.h>
-
-#include "text/Lanes.h"
 
 #include <algorithm>
 #include <bit>
@@ -41,27 +40,6 @@ bool fits(const Numeric& value, std::int64_t& integer) {
     return true;
 }
 
-// Whether all units are below 256.
-bool is_narrow(std::u16string_view units) noexcept {
-    std::size_t i = 0;
-    for (; i + 8 <= units.size(); i += 8) {
-        const __m128i high = _mm_srli_epi16(load_block(units.data() + i), 8);
-        if (_mm_movemask_epi8(_mm_cmpeq_epi8(high, _mm_setzero_si128())) != 0xFFFF) return false;
-    }
-    return std::all_of(units.begin() + static_cast<std::ptrdiff_t>(i), units.end(),
-                       [](char16_t c) { return c < 256; });
-}
-
-// Units below 256 as bytes.
-void narrow(const char16_t* from, std::size_t n, std::uint8_t* to) noexcept {
-    std::size_t i = 0;
-    for (; i + 8 <= n; i += 8) {
-        const __m128i block = load_block(from + i);
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(to + i), _mm_packus_epi16(block, block));
-    }
-    for (; i != n; ++i) to[i] = static_cast<std::uint8_t>(from[i]);
-}
-
 } // namespace
 
 const InterfaceEntry* BinaryListOutStream::_GetEntries() {
@@ -77,19 +55,22 @@ BinaryListOutStream::~BinaryListOutStream() {
 
 // ---- Bytes.
 
-void BinaryListOutStream::write_collected() {
+// Rare, and apart, so that the operations need not save registers for it.
+[[gnu::noinline]] void BinaryListOutStream::write_collected() {
+    const unsigned n = std::exchange(size_, 0);
     ORB_ASSERT(file_);
-    if (size_ != 0) file_->write(bytes_, std::exchange(size_, 0));
+    if (n != 0) file_->write(bytes_, n);
 }
 
-// Makes room for a few bytes.
-inline void BinaryListOutStream::reserve(unsigned n) {
-    if (n > kCapacity - size_) write_collected();
+// What comes after every operation.
+inline void BinaryListOutStream::write_if_full() {
+    if (size_ > limit_) [[unlikely]]
+        write_collected();
 }
 
 void BinaryListOutStream::put_bytes(const void* data, unsigned n) {
-    reserve(n);
-    if (n > kCapacity) {
+    if (n > sizeof bytes_ - size_) write_collected();
+    if (n > sizeof bytes_) {
         file_->write(data, n);
     } else if (n != 0) {
         std::memcpy(bytes_ + size_, data, n);
@@ -97,59 +78,48 @@ void BinaryListOutStream::put_bytes(const void* data, unsigned n) {
     }
 }
 
-// Outside of lists others may use the file.
-inline void BinaryListOutStream::end_item() {
-    needComma_ = true;
-    if (depth_ == 0) write_collected();
-}
-
 // ---- Tag bytes.
 
 inline void BinaryListOutStream::put_pending() {
-    if (pending_ == 0) return;
-    reserve(1);
-    bytes_[size_++] = std::exchange(pending_, std::uint8_t{0});
+    if (pending_ != 0) bytes_[size_++] = std::exchange(pending_, std::uint8_t{0});
 }
 
-inline void BinaryListOutStream::put_comma() {
-    if (!needComma_ || !commasOn_) return;
-    if ((pending_ & ~kEnd) != 0) put_pending();
-    pending_ |= kComma;
-    needComma_ = false;
+// The marks in front of an item, which merge with its type.
+inline std::uint8_t BinaryListOutStream::take_marks() {
+    const auto marks = static_cast<std::uint8_t>(pending_ | comma_);
+    pending_ = 0;
+    comma_ = commas_;
+    return marks;
 }
 
 void BinaryListOutStream::beginList() {
     ORB_ASSERT(file_);
     if ((pending_ & ~(kEnd | kComma)) != 0) put_pending();
-    put_comma();
-    pending_ |= kBegin;
+    pending_ = static_cast<std::uint8_t>(take_marks() | kBegin);
+    comma_ = 0;
     ++depth_;
+    limit_ = kCapacity;
+    write_if_full();
 }
 
 void BinaryListOutStream::endList() {
+    ORB_ASSERT(file_);
     put_pending();
     pending_ = kEnd;
-    if (depth_ != 0) --depth_;
-    end_item();
+    comma_ = commas_;
+    if (depth_ <= 1)
+        depth_ = limit_ = 0;
+    else
+        --depth_;
+    write_if_full();
 }
 
-void BinaryListOutStream::put_item(std::uint8_t type, const void* payload, unsigned n) {
-    put_comma();
-    reserve(1);
-    bytes_[size_++] = static_cast<std::uint8_t>(std::exchange(pending_, std::uint8_t{0}) | type);
-    put_bytes(payload, n);
-    end_item();
-}
-
-// The tag and the low bytes of a number.
-inline void BinaryListOutStream::put_number(std::uint8_t type, std::uint64_t number,
-                                            unsigned width) {
-    put_comma();
-    reserve(1 + sizeof number);
-    bytes_[size_] = static_cast<std::uint8_t>(std::exchange(pending_, std::uint8_t{0}) | type);
-    std::memcpy(bytes_ + size_ + 1, &number, sizeof number);
+// A tag and the low bytes of a number.
+inline void BinaryListOutStream::put_tag(std::uint8_t type, std::uint64_t number, unsigned width) {
+    std::uint8_t* const to = bytes_ + size_;
     size_ += 1 + width;
-    end_item();
+    *to = take_marks() | type;
+    std::memcpy(to + 1, &number, sizeof number);
 }
 
 // ---- Numbers.
@@ -163,31 +133,35 @@ void BinaryListOutStream::put_signed(std::int64_t value) {
     put_integer(value < 0 ? 0 - word : word, value < 0);
 }
 
+// The types of 1, 2, 4 and 8 bytes follow each other, two of each.
 inline void BinaryListOutStream::put_integer(std::uint64_t magnitude, bool negative) {
-    if (magnitude <= 9 && !negative)
-        put_number(static_cast<std::uint8_t>(kZero + magnitude), 0, 0);
-    else if (magnitude <= 0xFF)
-        put_number(negative ? kNegative8 : kUInt8, magnitude, 1);
-    else if (magnitude <= 0xFFFF)
-        put_number(negative ? kNegative16 : kUInt16, magnitude, 2);
-    else if (magnitude <= 0xFFFFFFFF)
-        put_number(negative ? kNegative32 : kUInt32, magnitude, 4);
-    else
-        put_number(negative ? kNegative64 : kUInt64, magnitude, 8);
+    if (magnitude <= 9 && !negative) {
+        put_tag(static_cast<std::uint8_t>(kZero + magnitude));
+    } else {
+        const auto highestBit = static_cast<unsigned>(std::bit_width(magnitude | 1)) - 1;
+        const auto power = static_cast<unsigned>(std::bit_width(highestBit | 7)) - 3;
+        put_tag(static_cast<std::uint8_t>(kUInt8 + 2 * power + negative), magnitude, 1u << power);
+    }
+    write_if_full();
 }
 
 void BinaryListOutStream::putFloat(float value) {
-    put_item(kFloat, &value, sizeof value);
+    put_tag(kFloat, std::bit_cast<std::uint32_t>(value), sizeof value);
+    write_if_full();
 }
 void BinaryListOutStream::putDouble(double value) {
-    put_item(kDouble, &value, sizeof value);
+    put_tag(kDouble, std::bit_cast<std::uint64_t>(value), sizeof value);
+    write_if_full();
 }
 
 void BinaryListOutStream::putGuid(const _GUID& value) {
-    if (value == kUUIDNull)
+    if (value == kUUIDNull) {
         put_tag(kZero);
-    else
-        put_item(kGuid, &value, sizeof value);
+    } else {
+        put_tag(kGuid);
+        put_bytes(&value, sizeof value);
+    }
+    write_if_full();
 }
 
 void BinaryListOutStream::putNumeric(const Numeric& value) {
@@ -197,11 +171,11 @@ void BinaryListOutStream::putNumeric(const Numeric& value) {
         return;
     }
     put_tag(kNumeric);
-    needComma_ = false; // the text belongs to the tag
+    comma_ = 0; // the text belongs to the tag
     char text[64];
     const auto written = to_chars(text, std::end(text), value);
     if (written.ec == std::errc()) {
-        put_blob(text, static_cast<unsigned>(written.ptr - text));
+        putBinary(text, static_cast<unsigned>(written.ptr - text));
     } else {
         stdx::string longText;
         value.toString(longText);
@@ -214,51 +188,63 @@ void BinaryListOutStream::putNumeric(const Numeric& value) {
 // The types of 8, 16 and 64 bits of count follow each other.
 void BinaryListOutStream::put_counted(std::uint8_t firstType, std::uint64_t count) {
     if (count <= 0xFF)
-        put_number(firstType, count, 1);
+        put_tag(firstType, count, 1);
     else if (count <= 0xFFFF)
-        put_number(static_cast<std::uint8_t>(firstType + 1), count, 2);
+        put_tag(static_cast<std::uint8_t>(firstType + 1), count, 2);
     else
-        put_number(static_cast<std::uint8_t>(firstType + 2), count, 8);
-}
-
-void BinaryListOutStream::put_blob(const void* data, unsigned n) {
-    if (n == 0) {
-        put_tag(kZero);
-    } else if (n == 1) {
-        put_item(kUInt8, data, 1);
-    } else {
-        put_counted(kBytes8, n);
-        put_bytes(data, n);
-        end_item();
-    }
+        put_tag(static_cast<std::uint8_t>(firstType + 2), count, 8);
 }
 
 void BinaryListOutStream::putBinary(const void* data, unsigned n) {
-    put_blob(data, n);
+    if (n == 0)
+        put_tag(kZero);
+    else if (n == 1)
+        put_tag(kUInt8);
+    else
+        put_counted(kBytes8, n);
+    put_bytes(data, n);
+    write_if_full();
 }
 
-void BinaryListOutStream::put_units(std::u16string_view units) {
-    if (!is_narrow(units)) {
+// With a count of a byte.
+inline void BinaryListOutStream::put_short_units(const char16_t* units, std::size_t n) {
+    std::uint8_t* const to = bytes_ + size_;
+    const std::size_t size = copy_narrowest(to + 2, units, n);
+    const auto wide = static_cast<unsigned>(size != n);
+    to[0] = static_cast<std::uint8_t>(take_marks() | (kBytes8 - (kBytes8 - kUnits8) * wide));
+    to[1] = static_cast<std::uint8_t>(n);
+    size_ += static_cast<unsigned>(2 + size);
+}
+
+void BinaryListOutStream::put_long_units(std::u16string_view units) {
+    if (!is_narrow(units.data(), units.size())) {
         constexpr std::size_t kMost = 1 << 30; // a write counts bytes in 32 bits
         put_counted(kUnits8, units.size());
         for (; !units.empty(); units.remove_prefix(std::min(units.size(), kMost)))
             put_bytes(units.data(),
                       static_cast<unsigned>(std::min(units.size(), kMost) * sizeof(char16_t)));
-    } else if (units.empty()) {
-        put_tag(kZero);
-    } else if (units.size() == 1) {
-        put_number(kUInt8, units.front(), 1);
-    } else {
-        put_counted(kBytes8, units.size());
-        while (!units.empty()) {
-            reserve(1);
-            const auto n = std::min<std::size_t>(units.size(), kCapacity - size_);
-            narrow(units.data(), n, bytes_ + size_);
-            size_ += static_cast<unsigned>(n);
-            units.remove_prefix(n);
-        }
+        return;
     }
-    end_item();
+    put_counted(kBytes8, units.size());
+    while (!units.empty()) {
+        const auto n = std::min<std::size_t>(units.size(), sizeof bytes_ - size_);
+        narrow_units(bytes_ + size_, units.data(), n);
+        size_ += static_cast<unsigned>(n);
+        units.remove_prefix(n);
+        write_if_full();
+    }
+}
+
+void BinaryListOutStream::put_units(std::u16string_view units) {
+    if (units.empty())
+        put_tag(kZero);
+    else if (units.size() == 1 && units.front() < 256)
+        put_tag(kUInt8, units.front(), 1);
+    else if (units.size() <= kShortRun)
+        put_short_units(units.data(), units.size());
+    else
+        put_long_units(units);
+    write_if_full();
 }
 
 void BinaryListOutStream::putString(const stdx::ustring& value) {
@@ -290,14 +276,19 @@ void BinaryListOutStream::putFile(IFile* file) {
 }
 
 void BinaryListOutStream::putObject(IListStreamObject& object) {
-    put_comma();
-    struct Commas {
-        bool& on;
-        const bool before = std::exchange(on, false);
-        ~Commas() { on = before; }
-    } const off{commasOn_};
-    object.toBinary(this);
-    end_item();
+    pending_ = take_marks();
+    comma_ = 0;
+    {
+        struct Commas {
+            std::uint8_t& commas;
+            const std::uint8_t before = std::exchange(commas, std::uint8_t{0});
+            ~Commas() { commas = before; }
+        } const off{commas_};
+        object.toBinary(this);
+    }
+    if ((pending_ & ~kEnd) != 0) put_pending(); // an object of no items
+    comma_ = commas_;
+    write_if_full();
 }
 
 // ---- Life.
@@ -325,7 +316,7 @@ void BinaryListOutStream::close() {
     });
     attempt([this] { file_->flush(); });
     file_.reset();
-    depth_ = 0;
+    depth_ = limit_ = 0;
     if (fault) std::rethrow_exception(fault);
 }
 

@@ -9,6 +9,7 @@
 #include <core/component/Registration.h>
 #include <core/streams/IFile.h>
 #include <core/streams/IListStream.h>
+#include <core/streams/ListTags.h>
 
 #include <string_view>
 
@@ -59,31 +60,35 @@ public:
     void close() override;
 
 private:
-    void put_comma();
     void put_pending();
-    void put_tag(std::uint8_t type) { put_item(type, nullptr, 0); }
-    void put_item(std::uint8_t type, const void* payload, unsigned n);
-    void put_number(std::uint8_t type, std::uint64_t number, unsigned width);
+    std::uint8_t take_marks();
+    void put_tag(std::uint8_t type, std::uint64_t number = 0, unsigned width = 0);
     void put_bytes(const void* data, unsigned n);
-    void reserve(unsigned n);
     void write_collected();
-    void end_item();
+    void write_if_full();
     void put_unsigned(std::uint64_t value);
     void put_signed(std::int64_t value);
     void put_integer(std::uint64_t magnitude, bool negative);
     void put_counted(std::uint8_t firstType, std::uint64_t count);
-    void put_blob(const void* data, unsigned n);
+    void put_short_units(const char16_t* units, std::size_t n);
+    void put_long_units(std::u16string_view units);
     void put_units(std::u16string_view units);
 
     static constexpr unsigned kCapacity = 4096;
+    static constexpr unsigned kShortRun = 255; // units whose count is a byte
+    // For a number or a short string, with marks in a byte of their own.
+    static constexpr unsigned kRoom = 3 + 3 * kShortRun;
 
+    // Between operations size_ is at most limit_, which is kCapacity within lists and 0 outside of
+    // them, where others may use the file. While comma_ is a mark, pending_ has none but an end.
     InterfacePtr<IFile> file_; // null once closed
     unsigned depth_ = 0;       // lists that are open
     unsigned size_ = 0;        // of bytes_, collected
-    bool needComma_ = false;
-    bool commasOn_ = true;     // false while an object writes itself
-    std::uint8_t pending_ = 0; // the tag byte in the making
-    std::uint8_t bytes_[kCapacity];
+    unsigned limit_ = 0;
+    std::uint8_t pending_ = 0;               // the tag byte in the making
+    std::uint8_t comma_ = 0;                 // the mark that the next item gets
+    std::uint8_t commas_ = list_tag::kComma; // and those behind it; 0 while an object writes itself
+    std::uint8_t bytes_[kCapacity + kRoom];
 };
 
 } // namespace core
