@@ -19,8 +19,8 @@ using namespace list_tag;
 
 namespace {
 
-// What is read of a string or blob at a time: memory is taken as the data arrive, whatever length
-// the stream claims. Larger blocks of strings are not kept, either.
+// What is read of a string or blob at a time where it is not known to be there: memory is taken as the
+// data arrive, whatever length the stream claims. Larger blocks of strings are not kept, either.
 constexpr unsigned kPiece = 0x10000;
 // More units than any string holds.
 constexpr std::uint64_t kMostUnits = 0x7FFFFFFF;
@@ -62,13 +62,14 @@ void BinaryListInStream::pass(std::uint64_t n) {
     check(in_.take(n, [](const std::uint8_t*, std::size_t) {}));
 }
 
-// Has `fill(units, n)` make up the string, `count` units in all, piece by piece. A block that the
-// string has for itself is used again.
+// Has `fill(units, n)` make up the string, `count` units in all of `width` bytes each: at once if the
+// bytes are there, else piece by piece. A block that the string has for itself is used again.
 template <class String, class Fill>
-void BinaryListInStream::fill_string(String& to, std::uint64_t count, Fill fill) {
+void BinaryListInStream::fill_string(String& to, std::uint64_t count, unsigned width, Fill fill) {
     check(count <= kMostUnits);
     if (to._get_refs() != 1 || to.capacity() < count || to.capacity() > kPiece) to.clear();
-    auto n = static_cast<unsigned>(std::min<std::uint64_t>(count, kPiece));
+    auto n = static_cast<unsigned>(
+        count > kPiece && !in_.holds(count * width) ? std::uint64_t{kPiece} : count);
     to._resize_nofill(n);
     fill(to.data(), n);
     while ((count -= n) != 0) {
@@ -79,7 +80,7 @@ void BinaryListInStream::fill_string(String& to, std::uint64_t count, Fill fill)
 
 // `count` units, stored in the width of the string's.
 template <class String> void BinaryListInStream::read_units(String& to, std::uint64_t count) {
-    fill_string(to, count,
+    fill_string(to, count, sizeof(typename String::value_type),
                 [this](auto* units, unsigned n) { check(in_.read(units, n * sizeof *units)); });
 }
 
@@ -270,7 +271,7 @@ void BinaryListInStream::string_of(std::uint8_t type, stdx::ustring& value) {
     if (type >= kUnits8 && type <= kUnits64)
         read_units(value, count_of(type, kUnits8));
     else
-        fill_string(value, blob_size(type),
+        fill_string(value, blob_size(type), 1,
                     [this](char16_t* units, unsigned n) { widen_bytes(units, n); });
 }
 

@@ -66,7 +66,7 @@ private:
     std::uint64_t read_number(unsigned width);
     void pass(std::uint64_t n);
     template <class String, class Fill>
-    void fill_string(String& to, std::uint64_t count, Fill fill);
+    void fill_string(String& to, std::uint64_t count, unsigned width, Fill fill);
     template <class String> void read_units(String& to, std::uint64_t count);
     void widen_bytes(char16_t* to, unsigned n);
 

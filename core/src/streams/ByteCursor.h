@@ -59,6 +59,23 @@ public:
         return true;
     }
 
+    // Whether so many bytes are known to follow. Of a file that is only read in sequence no more is
+    // known than what lies in memory.
+    bool holds(std::uint64_t n) {
+        const auto inMemory = static_cast<std::size_t>(end_ - at_);
+        if (n <= inMemory) return true;
+        const InterfacePtr<IFileEx> random(file_);
+        if (!random) return false;
+        if (window_)
+            sync();
+        else
+            n -= inMemory;
+        const long long position = random->seek(0, kSeekFromCurrent);
+        const long long end = random->seek(0, kSeekFromEnd);
+        random->seek(position, kSeekFromStart);
+        return end >= position && n <= static_cast<std::uint64_t>(end - position);
+    }
+
     // Puts the file where the cursor is. The window is asked for again then.
     void sync() {
         if (at_ != begin_ && window_) window_->advance(static_cast<unsigned>(at_ - begin_));
