@@ -104,6 +104,8 @@ TEST_F(MethodAsFunction, OfTheOldAsynchronousKindGivesAPromise) {
     const auto context = make_object<Asynchronous>();
     Value number = 7, result;
     std::vector<GenericValue*> arguments{&number};
+    EXPECT_THROW(call_old_async_as_new(nullptr, 0, &result, arguments, true),
+                 IllegalArgumentException);
     EXPECT_THROW(call_old_async_as_new(context.get(), 0, &result, arguments, true),
                  UnsupportedOperationException); // nobody brought promises
 

@@ -149,7 +149,8 @@ TEST_F(Groups, BehindAPrimaryContext) {
     EXPECT_EQ(value_at(context.get(), 1), u"ab1"_us);
     EXPECT_EQ(value_at(context.get(), 3), u"cd1"_us);
     EXPECT_EQ(result_of(context.get(), 2, u"!"), u"cd!"_us);
-    for (const int number : {-1, 4}) expect_nothing_at(context.get(), number);
+    for (const int number : {-1, 4, 2147483647, -2147483647 - 1})
+        expect_nothing_at(context.get(), number);
     redirector->setContext(nullptr);
     EXPECT_EQ(context->getNProps(), 2);
     EXPECT_EQ(context->findProp(u"A"), -1);

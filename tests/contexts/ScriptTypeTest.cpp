@@ -188,6 +188,24 @@ TEST_F(ScriptTypes, AreTypesByTheirNames) {
     EXPECT_TRUE(process().isClassInCategory(CATID_Type, CLSID_SampleType));
 }
 
+TEST_F(ScriptTypes, ShowValuesByTheirNameInTheLanguageOfTheProcess) {
+    const char* const shownIn[] = {"Sample", "Образец", ""};
+    for (const int language : {0, 1, 2}) {
+        process().setTermLanguage(language);
+        EXPECT_EQ(shown(sample), shownIn[language]);
+    }
+}
+
+// Type and description are singletons, which end with the process.
+TEST(ScriptValues, MayEndAfterTheirProcess) {
+    Value kept;
+    {
+        const ManualProcess process;
+        kept = Type(CLSID_SampleType)->createIValue();
+        set_property(kept, u"Weight", 3);
+    }
+}
+
 TEST_F(ScriptTypes, HavePropertiesOfNativeTypes) {
     set_property(sample, u"text", u"abc");
     EXPECT_EQ(get_property(sample, u"ТЕКСТ"), u"abc"_us);

@@ -31,12 +31,33 @@ ORBCORE_REGISTER_ENUMERATION(Shade, Shade, kShade);
 
 namespace {
 
+// Of the category of enumerations, but none.
+constexpr _GUID CLSID_NoEnumeration = "6d9c1f0e-02a4-4f5f-8f1a-2f6f4c8a5e03"_guid;
+class NoEnumeration
+    : public core::ObjectRoot
+    , public core::SCOM_Singleton<NoEnumeration, &CLSID_NoEnumeration>
+    , public IUnknown {
+public:
+    static constexpr auto aliases = core::aliases(u"NoEnumeration");
+    static constexpr auto categories = core::categories(&core::CATID_EnumValType);
+    static const core::InterfaceEntry* _GetEntries() {
+        return core::interface_map<NoEnumeration, IUnknown>();
+    }
+};
+
+} // namespace
+
+ORBCORE_REGISTER(NoEnumeration);
+
+namespace {
+
 using namespace core;
 using namespace stdx::literals;
 
 class OwnEnumeration : public test::ProcessTest {};
 
 TEST_F(OwnEnumeration, IsFoundLikeThoseOfTheLibrary) {
+    EXPECT_FALSE(enumeration(u"NoEnumeration"));
     const auto factory = enumeration(u"SHADE");
     ASSERT_TRUE(factory);
     EXPECT_EQ(enum_value(Shade::Light), factory->getValue(-1));
@@ -47,6 +68,15 @@ TEST_F(OwnEnumeration, IsFoundLikeThoseOfTheLibrary) {
     EXPECT_EQ(stdx::ustring(Type(u"Shade")->getTypeString(1)), u"Shade"_us);
     EXPECT_EQ(stdx::ustring(Type(u"EnumShade")->getTypeString(0)), u"EnumShade"_us);
     EXPECT_EQ(stdx::ustring(Type(u"EnumShade")->getTypeString(1)), u"ПеречислениеShade"_us);
+}
+
+TEST(OwnEnumerations, HaveValuesThatMayEndAfterTheirProcess) {
+    Value kept;
+    {
+        const test::ManualProcess process;
+        kept = enum_value(Shade::Grey);
+        EXPECT_EQ(kept.type(), Type(u"Shade"));
+    }
 }
 
 TEST_F(OwnEnumeration, IsShownByTheTextsOfItsModuleElseByItsNames) {

@@ -286,6 +286,10 @@ TEST(NumericFormat, ParsesWholeTextsAlone) {
         {u"1234,5", "1234.5"},
         {u"\t -12,50 \n", "-12.5"},
         {u"12.5", nullptr},
+        {u"0.125", nullptr}, // no group either
+        {u"-1.125 ", nullptr},
+        {u"1.125,5", "1125.5"}, // that is one
+        {u"1.125.125", "1125125"},
         {u"007", "7"},
         {u"1234567890123456789012345678901234567890,01",
          "1234567890123456789012345678901234567890.01"},
@@ -315,6 +319,7 @@ TEST(NumericFormat, ParsesWholeTextsAlone) {
     }
     Numeric value;
     EXPECT_FALSE(format.parse(std::u16string(1'000'000, u'1'), value));
+    EXPECT_TRUE(format_of(u"de").parse(u"1.125", value) && value == 1125) << value;
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include <random>
 #include <sstream>
 #include <unordered_set>
+#include <vector>
 
 namespace {
 
@@ -88,6 +89,43 @@ TEST(NumericValue, ConvertsToDouble) {
             << text;
     }
     EXPECT_EQ(static_cast<double>(number("-1" + std::string(308, '0'))), -1e308);
+}
+
+// The three highest limbs in extended precision, scaled by a power of 10^9: what is exact to 64 bits
+// and then rounded to double is the same to the last bit in every way to get there.
+TEST(NumericValue, ConvertsToDoubleByItsHighestLimbs) {
+    const auto power_of_base = [](int power) {
+        long double result = 1;
+        for (long double square = 1e9L; power != 0; power >>= 1, square *= square)
+            if (power & 1) result *= square;
+        return result;
+    };
+    std::mt19937_64 random(4);
+    for (int i = 0; i != 20'000; ++i) {
+        std::vector<unsigned> limbs(1 + random() % 5); // the highest first; none at an end is zero
+        std::string digits;
+        for (unsigned& limb : limbs) {
+            limb = 1 + static_cast<unsigned>(random() % (random() % 2 ? 1'000 : 999'999'999));
+            const std::string text = std::to_string(limb);
+            digits += std::string(9 - text.size(), '0') + text;
+        }
+        const std::size_t behind = random() % 25, zeros = random() % 2 ? random() % 25 : 0;
+        if (behind != 0 && zeros == 0) {
+            digits.insert(0, 9 * behind, '0');
+            digits.insert(digits.size() - 9 * behind, ".");
+        }
+        digits.append(9 * zeros, '0');
+
+        long double top = 0;
+        const std::size_t used = std::min<std::size_t>(limbs.size(), 3);
+        for (std::size_t limb = 0; limb != used; ++limb)
+            top = top * 1e9L + static_cast<long double>(limbs[limb]);
+        const auto power = static_cast<int>(limbs.size() - used + zeros) -
+                           static_cast<int>(zeros == 0 ? behind : 0);
+        top = power < 0 ? top / power_of_base(-power) : top * power_of_base(power);
+        ASSERT_EQ(static_cast<double>(number(digits)), static_cast<double>(top)) << digits;
+        ASSERT_EQ(static_cast<double>(number('-' + digits)), static_cast<double>(-top)) << digits;
+    }
 }
 
 // The integer part with its sign, modulo 2^64 and 2^32.

@@ -95,6 +95,20 @@ TEST_F(Domains, PutThePatternOfAProviderInItsPlace) {
                 ElementsAre(CLSID_DateType));
 }
 
+// The provider writes to the pattern that the domain is made of.
+TEST_F(Domains, AreOfThePatternAsItWas) {
+    TypeDomainPattern pattern({CLSID_Provider, CLSID_DateType});
+    provided = TypeDomainPattern(CLSID_StringType);
+    whileProviding = [&pattern] {
+        for (std::uint32_t i = 1; i != 20; ++i) pattern.addType({i, 0, 0, {}});
+        pattern.addType(CLSID_NullType);
+    };
+    const TypeDomain domain(pattern);
+    whileProviding = nullptr;
+    EXPECT_EQ(domain.types(), TypeDomainPattern({CLSID_StringType, CLSID_DateType}).types());
+    EXPECT_TRUE(TypeDomain(pattern).contains(CLSID_NullType));
+}
+
 TEST_F(Domains, OfAPatternWhoseProviderFailsAreRefused) {
     const TypeDomainPattern pattern({CLSID_Provider, CLSID_DateType});
     const MessageLanguage language(u"en");

@@ -50,6 +50,7 @@ public:
         return core::interface_map<Provider, core::ITypeDomainPatternProvider>();
     }
     core::TypeDomainPattern getTypeDomainPattern() override {
+        if (whileProviding) whileProviding();
         if (providerFails) throw core::Exception(u"no data");
         return provided;
     }

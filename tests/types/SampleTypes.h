@@ -6,6 +6,8 @@
 #include <core/values/IValue.h>
 #include <core/values/TypeDomain.h>
 
+#include <functional>
+
 namespace test {
 
 using namespace core::literals;
@@ -20,8 +22,9 @@ inline constexpr _GUID kUnknownType = "e1e1e1e1-0000-4000-8000-000000000001"_gui
 // An object of no class that anybody asks for by right: it counts how often it was created.
 inline int traps = 0;
 
-// What the provider gives; or it throws when `providerFails`.
+// What the provider gives, or it throws when `providerFails`; and what it does before.
 inline core::TypeDomainPattern provided;
 inline bool providerFails = false;
+inline std::function<void()> whileProviding;
 
 } // namespace test

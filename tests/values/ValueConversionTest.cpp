@@ -108,6 +108,8 @@ TEST_F(ValueConversions, TextsOfTheSystemAreReadInAnyLanguage) {
         {u" ", kNone, kNone, u" ", kNone},
         {u" -12.50 ", kNone, -12.5_num, u" -12.50 ", kNone},
         {u".5", kNone, 0.5_num, u".5", kNone},
+        {u"0.125", kNone, 0.125_num, u"0.125", kNone}, // no groups
+        {u"-1.125", kNone, -1.125_num, u"-1.125", kNone},
         {u"- ", kNone, 0, u"- ", kNone}, // a number ends where its reading stops
         {u"x", kNone, kNone, u"x", kNone},
         {u"12.5x", kNone, kNone, u"12.5x", kNone},

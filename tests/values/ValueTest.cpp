@@ -9,6 +9,7 @@
 
 #include "support/MessageLanguage.h"
 
+#include <cmath>
 #include <limits>
 #include <sstream>
 #include <unordered_set>
@@ -133,6 +134,12 @@ TEST_F(ValueTest, HoldsNativeData) {
     EXPECT_EQ(type_value(CLSID_DateType).as<_GUID>(), CLSID_DateType);
     EXPECT_EQ(Value(0.1).as<double>(), 0.1);
 
+    stdx::ustring text(100, u'x');
+    const char16_t* const units = text.c_str();
+    const Value taken = std::move(text); // the block, and no copy
+    EXPECT_EQ(taken.data<stdx::ustring>()->c_str(), units);
+    EXPECT_EQ(taken.data<stdx::ustring>()->_get_refs(), 1u);
+
     Value value = 300;
     EXPECT_EQ(value.try_as<int>(), 300);
     EXPECT_EQ(value.try_as<signed char>(), std::nullopt);
@@ -187,6 +194,8 @@ TEST_F(ValueTest, ComparesWithNativeDataWithoutConversion) {
     EXPECT_FALSE(nothing == false);
     EXPECT_FALSE(Value(u" ") == u"");
     EXPECT_TRUE(TypedValue() == Value());
+    for (const double none : {HUGE_VAL, -HUGE_VAL, std::nan("")})
+        EXPECT_FALSE(one == none || text == none);
 }
 
 TEST_F(ValueTest, HashesAsItIsTold) {

@@ -190,6 +190,7 @@
 #include <core/values/EnumValue.h>
 #include <core/values/EnumValueClasses.h>
 #include <core/values/Enumerations.h>
+#include <core/values/FoundOnce.h>
 #include <core/values/GenericValue.h>
 #include <core/values/GroupContext.h>
 #include <core/values/IBinaryValue.h>

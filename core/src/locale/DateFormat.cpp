@@ -4,7 +4,6 @@
 
 #include <core/locale/DateFormat.h>
 
-#include <core/component/Refcountable.h>
 #include <core/component/SCOM_Process.h>
 #include <core/concurrency/Mutex.h>
 #include <core/concurrency/Thread.h>
@@ -12,6 +11,7 @@
 #include <core/text/Characters.h>
 
 #include "DateSymbols.h"
+#include "LocaleRecord.h"
 #include "PerLocale.h"
 
 #include <unicode/ucal.h>
@@ -259,15 +259,11 @@ stdx::ustring joined(const stdx::ustring& date, const stdx::ustring& time) {
 
 } // namespace
 
-class DateFormat::Record final : public Refcountable<Record, AtomicCounter> {
+class DateFormat::Record final : public LocaleRecord<Record> {
 public:
     static Record& of(const Locale& locale) {
         static constinit PerLocale<Record> records;
-        return records.of(locale, [&] {
-            auto* const made = new Record(locale);
-            made->AddRef();
-            return made;
-        });
+        return records.of(locale, [&] { return new Record(locale); });
     }
 
     explicit Record(const Locale& locale)
@@ -298,7 +294,7 @@ DateFormat& DateFormat::operator=(const DateFormat& other) noexcept = default;
 DateFormat::~DateFormat() = default;
 
 DateFormat::Record& DateFormat::own() {
-    if (record_->references() > 1) record_ = {new Record(*record_), true};
+    if (record_->shared()) record_ = {new Record(*record_), true};
     return *record_;
 }
 

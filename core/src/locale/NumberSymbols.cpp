@@ -1,5 +1,8 @@
 #include "NumberSymbols.h"
 
+#include "numbers/LimbDigits.h"
+#include "numbers/NumericAccess.h"
+
 #include <core/numbers/Numeric.h>
 #include <core/text/Characters.h>
 
@@ -20,7 +23,9 @@ struct Parts {
 Parts parts_of(std::string_view decimal, unsigned maxInteger) noexcept {
     Parts parts{decimal.starts_with('-'), {}, {}};
     if (parts.negative) decimal.remove_prefix(1);
-    const std::size_t point = std::min(decimal.find('.'), decimal.size());
+    // No memchr, which would wait for the digits that were just stored one by one.
+    const auto point =
+        static_cast<std::size_t>(std::find(decimal.begin(), decimal.end(), '.') - decimal.begin());
     parts.integer = decimal.substr(0, point);
     if (point != decimal.size()) parts.fraction = decimal.substr(point + 1);
     if (parts.integer.size() > maxInteger)
@@ -106,8 +111,11 @@ public:
             const int digit = digit_of(text_.front());
             if (digit < 0) break;
             *to++ = static_cast<char>('0' + digit);
+            all_ = all_ * 10 + static_cast<unsigned>(digit);
         }
-        return static_cast<unsigned>(to - begin);
+        const auto count = static_cast<unsigned>(to - begin);
+        count_ += count;
+        return count;
     }
 
     // Integer digits in whole groups or in none at all.
@@ -129,8 +137,14 @@ public:
         if (!at_separator_and_digit(symbols_.decimalSeparator)) return;
         text_.remove_prefix(1);
         *to++ = '.';
-        take_digits(to);
+        places_ = take_digits(to);
     }
+
+    // What was taken: all digits, and those behind the point.
+    unsigned digit_count() const noexcept { return count_; }
+    unsigned places() const noexcept { return places_; }
+    // Modulo 2^64.
+    std::uint64_t digits_as_integer() const noexcept { return all_; }
 
     bool at_end() const noexcept {
         return std::all_of(text_.begin(), text_.end(), [](char16_t c) { return is_space(c); });
@@ -148,6 +162,9 @@ private:
 
     const NumberSymbols& symbols_;
     std::u16string_view text_;
+    unsigned count_ = 0;
+    unsigned places_ = 0;
+    std::uint64_t all_ = 0;
 };
 
 } // namespace
@@ -193,6 +210,17 @@ bool read_number(const NumberSymbols& symbols, std::u16string_view text, Numeric
     reader.take_fraction(end);
     if (!reader.take(negative ? symbols.negativeSuffix : symbols.positiveSuffix)) return false;
     if (!reader.at_end()) return false;
+    // Nearly all numbers are short: an integer of two limbs at most and a fraction of one.
+    if (reader.digit_count() <= 2 * kLimbDigits && reader.places() <= kLimbDigits) {
+        const unsigned places = reader.places();
+        const std::uint64_t all = reader.digits_as_integer(), scale = kPowersOfTen[places];
+        const std::uint64_t integer = places == 0 ? all : all / scale;
+        const Limb limbs[] = {
+            static_cast<Limb>((all - integer * scale) * kPowersOfTen[kLimbDigits - places]),
+            static_cast<Limb>(integer % kLimbBase), static_cast<Limb>(integer / kLimbBase)};
+        NumericAccess::assign(value, limbs, 3, 1, negative);
+        return true;
+    }
     return from_chars(decimal, end, value).ec == std::errc();
 }
 

@@ -4,12 +4,12 @@
 
 #include <core/locale/NumericFormat.h>
 
-#include <core/component/Refcountable.h>
 #include <core/concurrency/Mutex.h>
 #include <core/numbers/Numeric.h>
 #include <core/text/Characters.h>
 #include <core/text/Numbers.h>
 
+#include "LocaleRecord.h"
 #include "NumberSymbols.h"
 #include "PerLocale.h"
 
@@ -181,21 +181,26 @@ bool read_decimal(const char* text, Numeric& value) {
     return true;
 }
 
+// Whether the text is a number with a point in the form of `Numeric`, and the point is no mark of the
+// format. ICU takes it for one between groups, and 0.125 would be 125 where 0.25 is no number.
+bool has_foreign_point(const NumberSymbols& symbols, std::u16string_view text) {
+    if (symbols.decimalSeparator == u'.' || symbols.groupingSeparator == u'.') return false;
+    if (text.find(u'.') == text.npos) return false;
+    while (is_space(text.back())) text.remove_suffix(1);
+    return Numeric::parse(text).has_value();
+}
+
 } // namespace
 
-class NumericFormat::Record final : public Refcountable<Record, AtomicCounter> {
+class NumericFormat::Record final : public LocaleRecord<Record> {
 public:
     static Record& of(const Locale& locale) {
         static constinit PerLocale<Record> records;
-        return records.of(locale, [&] {
-            auto* const made = new Record(locale.key());
-            made->AddRef();
-            return made;
-        });
+        return records.of(locale, [&] { return new Record(locale.key()); });
     }
 
     explicit Record(const char* key) : parser_(open(key)), symbols(symbols_of(parser_)) {}
-    Record(const Record& other) : Refcountable(), symbols(other.symbols) {}
+    Record(const Record& other) : LocaleRecord(other), symbols(other.symbols) {}
 
     // The symbols were changed, by the only owner.
     void forget_parser() noexcept { parser_.reset(); }
@@ -232,7 +237,7 @@ NumericFormat& NumericFormat::operator=(const NumericFormat& other) noexcept = d
 NumericFormat::~NumericFormat() = default;
 
 NumberSymbols& NumericFormat::own() {
-    if (record_->references() > 1)
+    if (record_->shared())
         record_ = {new Record(*record_), true};
     else
         record_->forget_parser();
@@ -265,6 +270,7 @@ bool NumericFormat::parse(std::u16string_view text, Numeric& value) const {
     text.remove_prefix(static_cast<std::size_t>(begin - text.begin()));
     if (read_number(record_->symbols, text, value)) return true;
     if (text.empty() || text.size() > kMostParsed) return false;
+    if (has_foreign_point(record_->symbols, text)) return false;
 
     char decimal[kBuffer];
     const std::int32_t end = record_->parse(locale_, text, decimal);

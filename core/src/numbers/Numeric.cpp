@@ -8,6 +8,7 @@
 #include "NumericAccess.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -17,12 +18,36 @@ namespace {
 using Parts = NumericAccess::Parts;
 
 // 10^(9 * power) for a power that is not negative, an infinity beyond long double.
-long double power_of_base(std::int64_t power) noexcept {
+constexpr long double power_of_base(std::int64_t power) noexcept {
     if (power > 600) return HUGE_VALL;
     long double result = 1;
     for (long double square = 1e9L; power != 0; power >>= 1, square *= square)
         if (power & 1) result *= square;
     return result;
+}
+
+constexpr auto kPowersOfBase = [] {
+    std::array<long double, 16> powers{};
+    for (std::size_t i = 0; i != powers.size(); ++i)
+        powers[i] = power_of_base(static_cast<std::int64_t>(i));
+    return powers;
+}();
+
+long double known_power_of_base(std::int64_t power) noexcept {
+    const auto known = static_cast<std::size_t>(power);
+    return known < kPowersOfBase.size() ? kPowersOfBase[known] : power_of_base(power);
+}
+
+// What nearly all numbers are: an integer of one limb or two, or zero.
+bool is_short_integer(const Parts& number) noexcept {
+    return number.exponent == 0 && number.size <= 2;
+}
+
+// Up to two limbs together, as if they were an integer.
+std::uint64_t short_digits(const Parts& number) noexcept {
+    if (number.size == 0) return 0;
+    const std::uint64_t low = number.limbs[0];
+    return number.size == 1 ? low : number.limbs[1] * kLimbBase + low;
 }
 
 } // namespace
@@ -197,13 +222,22 @@ Numeric::Numeric(double value) : Numeric() {
 }
 
 Numeric::operator double() const noexcept {
-    if (size_ == 0) return 0;
-    long double top = 0;
+    const Parts parts = NumericAccess::parts(*this);
+    // Two limbs are exact in 63 bits: an integer of them is rounded once, with or without the
+    // extended precision that the others go through.
+    if (is_short_integer(parts)) {
+        const auto magnitude = static_cast<double>(static_cast<std::int64_t>(short_digits(parts)));
+        return sign_ < 0 ? -magnitude : magnitude;
+    }
     const std::int32_t used = std::min(size_, 3);
-    for (std::int32_t i = 0; i != used; ++i)
-        top = top * 1e9L + static_cast<long double>(limbs_[size_ - 1 - i]);
+    long double top = 0;
+    if (used <= 2)
+        top = static_cast<long double>(static_cast<std::int64_t>(short_digits(parts)));
+    else
+        for (std::int32_t i = 0; i != used; ++i)
+            top = top * 1e9L + static_cast<long double>(limbs_[size_ - 1 - i]);
     const std::int64_t power = std::int64_t{size_} - used - exponent_;
-    top = power < 0 ? top / power_of_base(-power) : top * power_of_base(power);
+    top = power < 0 ? top / known_power_of_base(-power) : top * known_power_of_base(power);
     return static_cast<double>(sign_ < 0 ? -top : top);
 }
 
@@ -212,6 +246,7 @@ Numeric::operator double() const noexcept {
 // The integer part of the magnitude modulo 2^64.
 std::uint64_t Numeric::integer_part() const noexcept {
     const Parts parts = NumericAccess::parts(*this);
+    if (is_short_integer(parts)) return short_digits(parts);
     // Limbs from the eighth on are multiples of 2^64: 10^9 has nine factors of two.
     std::uint64_t result = 0;
     for (std::int64_t place = std::min<std::int64_t>(parts.integer_limbs(), 8); place-- > 0;)

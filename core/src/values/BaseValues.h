@@ -53,7 +53,8 @@ public:
 template <class Payload, TypeCode code> class PayloadValue : public PrimitiveValueCore {
 public:
     template <class... Arguments>
-    constexpr PayloadValue(const Arguments&... arguments) : payload_(arguments...) {}
+    constexpr PayloadValue(Arguments&&... arguments)
+        : payload_(std::forward<Arguments>(arguments)...) {}
 
     IType* getIType() override { return base_type(code); }
     const void* getDataPtr() override { return &payload_; }
@@ -143,8 +144,8 @@ template <class T> class DynamicValue final : public T {
 public:
     // `references` is 0, or 1 for a handle that takes the new value over.
     template <class Native>
-    DynamicValue(std::uint32_t references, const Native& native)
-        : T(native), references_(references) {}
+    DynamicValue(std::uint32_t references, Native&& native)
+        : T(std::forward<Native>(native)), references_(references) {}
 
     static void* operator new(std::size_t) { return take_value_cell<sizeof(DynamicValue)>(); }
     static void operator delete(void* memory) noexcept {

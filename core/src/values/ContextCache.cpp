@@ -146,29 +146,22 @@ int ContextDefNoncached::findMethod(IContextDefBase* definition, const stdx::ust
 
 // ---- Descriptions of types
 
-LazyContextDef::~LazyContextDef() {
-    if (IContextDef* const definition = definition_.load(std::memory_order_relaxed))
-        definition->Release();
-}
-
 IContextDef* LazyContextDef::find(const _GUID& type) {
-    InterfacePtr<IContextDef> found = create_object<IContextDef>(type);
-    IContextDef* known = nullptr;
-    if (!found || !definition_.compare_exchange_strong(
-                      known, found.get(), std::memory_order_acq_rel, std::memory_order_acquire))
-        return known;
-    return found.detach();
+    return definition_.publish(create_object<IContextDef>(type));
 }
 
-ContextDefExternBase::ContextDefExternBase(const _GUID& type)
-    : definition_(create_object<IContextDef>(type)) {}
+ContextDefExternBase::ContextDefExternBase(const _GUID& type) {
+    definition_.publish(create_object<IContextDef>(type));
+}
 
 int ContextDefExternBase::findProp(IContextDefBase*, const stdx::ustring& name) {
-    return definition_ ? definition_->findProp(name) : -1;
+    IContextDef* const definition = definition_.get();
+    return definition ? definition->findProp(name) : -1;
 }
 
 int ContextDefExternBase::findMethod(IContextDefBase*, const stdx::ustring& name) {
-    return definition_ ? definition_->findMethod(name) : -1;
+    IContextDef* const definition = definition_.get();
+    return definition ? definition->findMethod(name) : -1;
 }
 
 int ContextDefExternLazed::findProp(IContextDefBase*, const stdx::ustring& name) {

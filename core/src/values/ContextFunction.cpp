@@ -73,9 +73,11 @@ public:
 
 private:
     void makeParameters() {
+        std::vector<InterfacePtr<IParameter>> made;
         const int count = getNParams();
         for (int i = 0; i < count; ++i)
-            parameters_.push_back(make_object<ContextMethodParameter>(context_, method_, i));
+            made.push_back(make_object<ContextMethodParameter>(context_, method_, i));
+        parameters_ = std::move(made); // all or none
     }
 
     ContextHold context_;
@@ -98,6 +100,7 @@ InterfacePtr<IFunction> context_method_to_function(IContext_* context, const std
 
 bool call_old_async_as_new(IContext_* context, int method, GenericValue* result,
                            std::vector<GenericValue*>& arguments, bool flag) {
+    ORB_ASSERT(context);
     const auto promise = create_object<IMethodPromise>(CLSID_MethodPromise);
     if (!promise)
         throw UnsupportedOperationException(ORB_HERE, u"CLSID_MethodPromise " +

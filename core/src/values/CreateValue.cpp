@@ -82,6 +82,11 @@ IValue* make_value(std::uint32_t references, const stdx::ustring& value) {
     return new DynamicValue<StringValue>(references, value);
 }
 
+IValue* make_value(std::uint32_t references, stdx::ustring&& value) {
+    if (value.empty()) return static_values.emptyString;
+    return new DynamicValue<StringValue>(references, std::move(value));
+}
+
 IValue* make_value(std::uint32_t references, const char16_t* value) {
     return make_value(references, stdx::ustring(value));
 }
@@ -107,6 +112,9 @@ IValue* create_numeric_value(const Numeric& value) {
 }
 IValue* create_string_value(const stdx::ustring& value) {
     return make_value(0, value);
+}
+IValue* create_string_value(stdx::ustring&& value) {
+    return make_value(0, std::move(value));
 }
 IValue* create_string_value(const char16_t* value) {
     return make_value(0, value);
@@ -136,6 +144,9 @@ IValue* owned_value(const Numeric& value) {
 }
 IValue* owned_value(const stdx::ustring& value) {
     return make_value(1, value);
+}
+IValue* owned_value(stdx::ustring&& value) {
+    return make_value(1, std::move(value));
 }
 IValue* owned_value(const char16_t* value) {
     return make_value(1, value);

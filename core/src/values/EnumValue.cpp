@@ -164,8 +164,10 @@ InterfacePtr<IEnumValFactory> enumeration(const stdx::ustring& name) {
     if (!process) return nullptr;
     for (const _GUID& type : process->getClassesOfCategory(CATID_EnumValType))
         for (const stdx::ustring& alias : process->getClassAliases(type))
-            if (compare_nocase(alias, name) == 0)
-                return create_object<IEnumValType>(type)->enumValFactory();
+            if (compare_nocase(alias, name) == 0) {
+                const auto known = create_object<IEnumValType>(type);
+                return known ? known->enumValFactory() : nullptr;
+            }
     return nullptr;
 }
 

@@ -8,6 +8,7 @@
 #include <core/values/ContextException.h>
 #include <core/values/UnknownValue.h>
 
+#include <cmath>
 #include <ostream>
 
 namespace core {
@@ -35,6 +36,11 @@ void GenericValue::assign(IUnknown* object) {
 bool GenericValue::equals(bool value) const {
     const bool* const held = data<bool>();
     return held && *held == value;
+}
+
+bool GenericValue::equals(double value) const {
+    const Numeric* const held = data<Numeric>();
+    return held && std::isfinite(value) && *held == Numeric(value);
 }
 
 bool GenericValue::equals(const Numeric& value) const {

@@ -252,12 +252,14 @@ public:
 
 protected:
     IContext_* findContextByPropPos(int& position) override {
-        if (position >= 0 && position < properties_) return primary_;
+        if (position < 0) return nullptr;
+        if (position < properties_) return primary_;
         position -= properties_;
         return StableGroup::findContextByPropPos(position);
     }
     IContext_* findContextByMethodPos(int& position) override {
-        if (position >= 0 && position < methods_) return primary_;
+        if (position < 0) return nullptr;
+        if (position < methods_) return primary_;
         position -= methods_;
         return StableGroup::findContextByMethodPos(position);
     }

@@ -20,12 +20,6 @@ void ScriptPlace::refuse_value() const {
 
 namespace detail {
 
-const void* script_payload(const GenericValue& value, TypeCode code, ScriptPlace place) {
-    IValue* const lent = value.lentIValue();
-    if (type_code(lent) != code) place.refuse_type();
-    return lent->getDataPtr();
-}
-
 // The value that the process has for the type, where it has one.
 void write_type(GenericValue& to, const _GUID& type) {
     ITypeValueService* const service = get_service<ITypeValueService>();

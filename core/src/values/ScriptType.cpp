@@ -6,11 +6,7 @@ namespace core {
 
 namespace {
 
-// The row of a number, or null.
-template <class Row> const Row* row_of(std::span<const Row> rows, int number) noexcept {
-    const auto index = static_cast<std::size_t>(static_cast<unsigned>(number));
-    return index < rows.size() ? &rows[index] : nullptr;
-}
+using detail::row_of;
 
 const ScriptParameter* parameter_of(const ScriptMethod* method, int number) noexcept {
     if (!method) return nullptr;
@@ -63,34 +59,6 @@ void ScriptDefault::writeTo(GenericValue& to) const {
         return to.assign(text_);
     }
 }
-
-// ---- Values
-
-namespace detail {
-
-bool script_get(const ScriptTable& table, void* object, int property, GenericValue& out) {
-    const ScriptProperty* const row = row_of(table.properties, property);
-    if (!row || !row->getter.invoke) return false;
-    row->getter.invoke(object, out);
-    return true;
-}
-
-bool script_set(const ScriptTable& table, void* object, int property, const GenericValue& value) {
-    const ScriptProperty* const row = row_of(table.properties, property);
-    if (!row || !row->setter.invoke) return false;
-    row->setter.invoke(object, value);
-    return true;
-}
-
-bool script_call(const ScriptTable& table, void* object, int method, GenericValue* result,
-                 std::vector<GenericValue*>& arguments) {
-    const ScriptMethod* const row = row_of(table.methods, method);
-    if (!row || arguments.size() != row->parameters.size()) return false;
-    row->action.invoke(object, result, arguments);
-    return true;
-}
-
-} // namespace detail
 
 // ---- Types
 

@@ -114,6 +114,8 @@ InterfacePtr<TypeDomainBody> make_domain(const QualifiedTypes& pattern) {
 
 InterfacePtr<TypeDomainBody> TypeDomainPatternBody::domain() const {
     if (TypeDomainBody* const made = domain_.load(std::memory_order_acquire)) return {made, true};
+    // Held, so that a provider which writes to the handle does not write to this body.
+    const InterfacePtr<const TypeDomainPatternBody> held(this, true);
     InterfacePtr<TypeDomainBody> made = make_domain(*this), cached = made;
     TypeDomainBody* published = nullptr;
     if (!domain_.compare_exchange_strong(published, cached.get(), std::memory_order_acq_rel,

@@ -19,10 +19,11 @@ inline int term_language() {
     return process ? process->getTermLanguage() : 0;
 }
 
-// The name of a type, which may be null.
+// The name of a type, which may be null; "" in a language that names do not have.
 inline const char16_t* type_name(IType* type, int language) {
-    const char16_t* const name = type ? type->getTypeString(language) : nullptr;
-    return name ? name : term_string(kUnknownObjectTypeString, language);
+    const char16_t* name = type ? type->getTypeString(language) : nullptr;
+    if (!name) name = term_string(kUnknownObjectTypeString, language);
+    return name ? name : u"";
 }
 
 // How the type is shown to people: as it presents itself, else by its name.

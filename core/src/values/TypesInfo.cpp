@@ -189,8 +189,7 @@ private:
     TypeInfo info_of(const CatalogueRow& row, int language) const {
         TypeInfo info;
         info.type = *row.type;
-        if (const char16_t* const name = type_name(find_type(*row.type).get(), language))
-            info.name = name;
+        info.name = type_name(find_type(*row.type).get(), language);
         info.group = row.group;
         info.order = row.order;
         if (pictures_) info.picture = pictures_->getTypePicture(*row.type);

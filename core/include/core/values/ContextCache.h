@@ -17,9 +17,9 @@
 // lookup belongs to an object of one thread at a time.
 #pragma once
 
+#include <core/values/FoundOnce.h>
 #include <core/values/IContext.h>
 
-#include <atomic>
 #include <memory>
 
 namespace core {
@@ -85,26 +85,19 @@ public:
 
 // ---- The description of the type with a class GUID
 
-// The description, looked up at the first question in the process of the caller, and held. While there
-// is no such type every question looks again.
+// The description, looked up at the first question in the process of the caller. While there is no such
+// type every question looks again.
 class ORBCORE_API LazyContextDef {
 public:
-    LazyContextDef() noexcept = default;
-    // A copied object finds its description by itself.
-    LazyContextDef(const LazyContextDef&) noexcept {}
-    LazyContextDef& operator=(const LazyContextDef&) noexcept { return *this; }
-    ~LazyContextDef();
-
     IContextDef* get(const _GUID& type) { // lent, or null
-        IContextDef* const known = definition_.load(std::memory_order_acquire);
+        IContextDef* const known = definition_.get();
         return known ? known : find(type);
     }
 
 private:
     IContextDef* find(const _GUID& type);
 
-    // Published by compare-and-swap, as several threads may ask; the loser drops its reference.
-    std::atomic<IContextDef*> definition_ = nullptr;
+    FoundOnce<IContextDef> definition_;
 };
 
 class ORBCORE_API ContextDefExternBase {
@@ -116,7 +109,7 @@ public:
     void initMethodsCache(IContextDefBase*) noexcept {}
 
 private:
-    InterfacePtr<IContextDef> definition_; // null when there is no such type
+    FoundOnce<IContextDef> definition_; // null when there is no such type
 };
 
 class ORBCORE_API ContextDefExternLazed {

@@ -72,6 +72,7 @@ template <NativeInteger T> [[nodiscard]] IValue* create_numeric_value(T value) {
 [[nodiscard]] ORBCORE_API IValue* create_numeric_value(double value);
 [[nodiscard]] ORBCORE_API IValue* create_numeric_value(const Numeric& value);
 [[nodiscard]] ORBCORE_API IValue* create_string_value(const stdx::ustring& value);
+[[nodiscard]] ORBCORE_API IValue* create_string_value(stdx::ustring&& value);
 [[nodiscard]] ORBCORE_API IValue* create_string_value(const char16_t* value);
 [[nodiscard]] ORBCORE_API IValue* create_date_value(const Date& value);
 // A value of the type "Type" of its own, for where no service is; `TypeValueService` shares them.
@@ -93,6 +94,7 @@ template <NativeInteger T> [[nodiscard]] IValue* owned_value(T value) {
 [[nodiscard]] ORBCORE_API IValue* owned_value(double value);
 [[nodiscard]] ORBCORE_API IValue* owned_value(const Numeric& value);
 [[nodiscard]] ORBCORE_API IValue* owned_value(const stdx::ustring& value);
+[[nodiscard]] ORBCORE_API IValue* owned_value(stdx::ustring&& value);
 [[nodiscard]] ORBCORE_API IValue* owned_value(const char16_t* value);
 [[nodiscard]] ORBCORE_API IValue* owned_value(const Date& value);
 

@@ -18,7 +18,7 @@
 // and write its table in a source, see core/values/EnumValueClasses.h.
 //
 // An enumeration is made at its first use in a process and only read afterwards, by any number of
-// threads.
+// threads. It ends with the process, and whoever holds the factory ends before; values may end after.
 #pragma once
 
 #include <core/values/Arguments.h>

@@ -335,8 +335,7 @@ template <class Rows> void append_enum_items(std::vector<EnumValItem>& items, co
 
 } // namespace core
 
-// The classes and their registration, in the source that has the table. What is linked last ends
-// first: the factory, whose values hold the types.
+// The classes and their registration, in the source that has the table.
 #define ORBCORE_REGISTER_ENUMERATION(Native, stem, rows)                                           \
     static_assert(core::names_are_distinct(rows), "two values of " #stem " have one name");        \
     class stem##_Value : public core::EnumValValue<stem##_Value, &CLSID_##stem##_Type> {           \

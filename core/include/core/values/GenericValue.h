@@ -76,6 +76,7 @@ public:
     void assign(const Numeric& value) { setIValue(create_numeric_value(value)); }
     void assign(const char16_t* value) { setIValue(create_string_value(value)); }
     void assign(const stdx::ustring& value) { setIValue(create_string_value(value)); }
+    void assign(stdx::ustring&& value) { setIValue(create_string_value(std::move(value))); }
     void assign(const Date& value) { setIValue(create_date_value(value)); }
     // The object as a value; one that is none is held by an `UnknownValue`. Null stores undefined.
     void assign(IUnknown* object);
@@ -109,7 +110,7 @@ public:
 
     bool equals(bool value) const;
     template <NativeInteger T> bool equals(T value) const { return equals(Numeric(value)); }
-    bool equals(double value) const { return equals(Numeric(value)); }
+    bool equals(double value) const; // no number equals NaN or an infinity
     bool equals(const Numeric& value) const;
     bool equals(const char16_t* value) const { return equals(std::u16string_view(value)); }
     bool equals(const stdx::ustring& value) const { return equals(std::u16string_view(value)); }

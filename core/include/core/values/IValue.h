@@ -8,9 +8,8 @@
 #include <core/numbers/Date.h>
 #include <core/numbers/Numeric.h>
 #include <core/platform/api.h>
+#include <core/values/FoundOnce.h>
 #include <core/values/IType.h>
-
-#include <atomic>
 
 namespace core {
 
@@ -89,23 +88,17 @@ public:
 };
 
 // Looks its type up once, at the first question, in the process of the caller. As a string it is
-// the name of the type in the language of the process.
+// the name of the type in the language of the process. A value may end after its process, as types are
+// singletons; it must not be used then.
 class ORBCORE_API ValueImplBase : public ObjectValueCore {
 public:
-    ValueImplBase() noexcept = default;
-    // A copied object is a value of its own; both go by the same type.
-    ValueImplBase(const ValueImplBase& other) noexcept;
-    ValueImplBase& operator=(const ValueImplBase&) noexcept { return *this; }
-    ~ValueImplBase();
-
     // Null for the null GUID and for a class that is not known as a type.
     IType* getIType() override;
     bool getString(stdx::ustring& out) override;
     virtual const _GUID& getTypeClsid() = 0;
 
 private:
-    // Published by compare-and-swap: two threads may ask for the first time.
-    std::atomic<IType*> type_ = nullptr;
+    FoundOnce<IType> type_;
 };
 
 // A base of a value of the type with this class GUID.

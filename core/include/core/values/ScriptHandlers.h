@@ -32,7 +32,10 @@ requires std::is_base_of_v<IUnknown, C>
 struct FunctionParts<R, C&, P...> : HandlerParts<std::remove_const_t<C>, R, P...> {
 };
 
-template <class F> struct PartsOf; // of the type of a handler
+template <class F> struct PartsOf { // of the type of a handler
+    static_assert(sizeof(F) == 0, "a handler is a function, a data member, or a member function "
+                                  "without a reference qualifier");
+};
 template <class C, class R, class... P>
 struct PartsOf<R (C::*)(P...)> : HandlerParts<C, R, P...> {};
 template <class C, class R, class... P>

@@ -50,12 +50,12 @@ private:
 
 namespace detail {
 
-// The payload of a value of a type code.
-ORBCORE_API const void* script_payload(const GenericValue& value, TypeCode code, ScriptPlace place);
 ORBCORE_API void write_type(GenericValue& to, const _GUID& type);
 
 template <class T> const T& script_payload(const GenericValue& value, ScriptPlace place) {
-    return *static_cast<const T*>(script_payload(value, PayloadOf<T>::code, place));
+    const T* const payload = value.data<T>();
+    if (!payload) place.refuse_type();
+    return *payload;
 }
 
 constexpr const _GUID* type_of_payload(TypeCode code) {

@@ -8,6 +8,7 @@
 #include <initializer_list>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace core {
@@ -21,7 +22,10 @@ public:
     constexpr ScriptDefault(std::same_as<bool> auto value) noexcept
         : kind_(Kind::Boolean), integer_(value) {}
     template <NativeInteger T>
-    constexpr ScriptDefault(T value) noexcept : kind_(Kind::Integer), integer_(value) {}
+    constexpr ScriptDefault(T value)
+        : kind_(Kind::Integer), integer_(static_cast<long long>(value)) {
+        if (!std::in_range<long long>(value)) throw "a default value is a number of 64 bits";
+    }
     constexpr ScriptDefault(double value) noexcept : kind_(Kind::Real), real_(value) {}
     constexpr ScriptDefault(const char16_t* value) noexcept : kind_(Kind::String), text_(value) {}
 
@@ -120,5 +124,15 @@ struct ScriptTable {
 };
 
 inline constexpr std::span<const ScriptConstructor> kNoConstructors{};
+
+namespace detail {
+
+// The row of a number, or null.
+template <class Row> const Row* row_of(std::span<const Row> rows, int number) noexcept {
+    const auto index = static_cast<std::size_t>(static_cast<unsigned>(number));
+    return index < rows.size() ? &rows[index] : nullptr;
+}
+
+} // namespace detail
 
 } // namespace core

@@ -33,19 +33,6 @@
 
 namespace core {
 
-namespace detail {
-
-// False for a number that names no member, for one that cannot be read or written, and for another
-// number of arguments than the table has.
-ORBCORE_API bool script_get(const ScriptTable& table, void* object, int property,
-                            GenericValue& out);
-ORBCORE_API bool script_set(const ScriptTable& table, void* object, int property,
-                            const GenericValue& value);
-ORBCORE_API bool script_call(const ScriptTable& table, void* object, int method,
-                             GenericValue* result, std::vector<GenericValue*>& arguments);
-
-} // namespace detail
-
 // The bases of a value `X` of the type with this class GUID. `X` has `name` and `members`.
 template <class X, const _GUID* typeClsid>
 class ScriptValue
@@ -55,14 +42,25 @@ public:
     static constexpr const _GUID* kTypeClsid = typeClsid;
 
     const _GUID& getTypeClsid() override { return *typeClsid; }
+    // False for a number that names no member, for one that cannot be read or written, and for
+    // another number of arguments than the table has.
     bool getPropVal(int property, GenericValue& out) override {
-        return detail::script_get(X::members, static_cast<X*>(this), property, out);
+        const ScriptProperty* const row = detail::row_of(X::members.properties, property);
+        if (!row || !row->getter.invoke) return false;
+        row->getter.invoke(static_cast<X*>(this), out);
+        return true;
     }
     bool setPropVal(int property, const GenericValue& value) override {
-        return detail::script_set(X::members, static_cast<X*>(this), property, value);
+        const ScriptProperty* const row = detail::row_of(X::members.properties, property);
+        if (!row || !row->setter.invoke) return false;
+        row->setter.invoke(static_cast<X*>(this), value);
+        return true;
     }
     bool call(int method, GenericValue* result, std::vector<GenericValue*>& arguments) override {
-        return detail::script_call(X::members, static_cast<X*>(this), method, result, arguments);
+        const ScriptMethod* const row = detail::row_of(X::members.methods, method);
+        if (!row || arguments.size() != row->parameters.size()) return false;
+        row->action.invoke(static_cast<X*>(this), result, arguments);
+        return true;
     }
 };
 

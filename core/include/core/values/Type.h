@@ -5,7 +5,7 @@
 //   if (value.type() == number) ...
 //
 // It is one pointer and holds a reference. It is never empty: where no type is given, it is that of
-// the undefined value.
+// the undefined value. The types of objects end with their process, and handles on them end before.
 #pragma once
 
 #include <core/values/IType.h>

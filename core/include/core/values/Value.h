@@ -21,6 +21,7 @@ public:
     Value(const Numeric& value) : value_(detail::owned_value(value)) {}
     Value(const char16_t* value) : value_(detail::owned_value(value)) {}
     Value(const stdx::ustring& value) : value_(detail::owned_value(value)) {}
+    Value(stdx::ustring&& value) : value_(detail::owned_value(std::move(value))) {}
     Value(const Date& value) : value_(detail::owned_value(value)) {}
     // Null gives undefined.
     Value(IValue* value) noexcept : value_(value ? value : create_undefined_value()) {
