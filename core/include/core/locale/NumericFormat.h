@@ -53,8 +53,9 @@ public:
 
     // Whether the whole text is a number, with blanks before and behind it; `value` is set only then.
     // Groups are whole, or there are none; marks of other languages may stand between them, but
-    // "0.125" is refused where the point is no mark of this format. Besides what ICU does not take for a number, texts of more
-    // than 4,096 units, numbers of more than 1,023 characters and exponents beyond 999 are refused.
+    // "0.125" is refused where the point is no mark of this format. Besides what ICU does not take
+    // for a number, texts of more than 4,096 units, numbers of more than 1,023 characters and
+    // exponents beyond 999 are refused.
     bool parse(std::u16string_view text, Numeric& value) const;
 
     // --- symbols ---
