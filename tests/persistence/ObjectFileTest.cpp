@@ -9,14 +9,17 @@
 #include <filesystem>
 #include <fstream>
 
+#include <unistd.h>
+
 namespace {
 
 using core::StorageForm;
 
 class ObjectFile : public test::ProcessTest {
 protected:
-    ObjectFile() : folder_(std::filesystem::temp_directory_path() / "object_file_test") {
-        std::filesystem::remove_all(folder_);
+    ObjectFile()
+        : folder_(std::filesystem::temp_directory_path() /
+                  ("object_file_test." + std::to_string(::getpid()))) {
         std::filesystem::create_directories(folder_);
     }
     ~ObjectFile() override { std::filesystem::remove_all(folder_); }
