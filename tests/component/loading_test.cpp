@@ -159,7 +159,8 @@ TEST_F(ComponentLoading, LeavesNothingMappedHoweverOftenItHappens) {
     const std::size_t before = mappings();
     for (int i = 0; i != 1000; ++i) use_once();
     EXPECT_EQ(mappings_of("recording_component"), 0u);
-    EXPECT_LE(mappings(), before + 4); // the heap may grow by a mapping or two
+    // The heap may grow by a few, that of the address sanitizer by more; a leak is one each time.
+    EXPECT_LE(mappings(), before + 100);
 }
 
 } // namespace
