@@ -79,6 +79,18 @@ TEST_F(ObjectFile, StaysAsItWasWhenAnObjectCannotBeWritten) {
     EXPECT_THROW(core::save_object(const_cast<Broken*>(&broken), url("object")), core::Exception);
     EXPECT_EQ(bytes("object"), "what was there");
     EXPECT_FALSE(std::filesystem::exists(folder_ / "object.new"));
+
+    std::filesystem::create_directory(folder_ / "directory"); // nothing can take its place
+    EXPECT_THROW(core::save_object(sample().get(), url("directory")), core::FileException);
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "directory.new"));
+
+    // Somebody else is saving: that file is left to him.
+    write("object.new", "");
+    const auto other = core::get_service<core::IFileSystem>()->open(
+        url("object.new"), core::kFileWrite | core::kFileKeep);
+    EXPECT_THROW(core::save_object(sample().get(), url("object")), core::FileException);
+    EXPECT_TRUE(std::filesystem::exists(folder_ / "object.new"));
+    EXPECT_EQ(bytes("object"), "what was there");
 }
 
 TEST_F(ObjectFile, SaysWhatIsWrongWithAFile) {
@@ -98,6 +110,10 @@ TEST_F(ObjectFile, SaysWhatIsWrongWithAFile) {
         {"a class alone", "{9bed88ff-dcab-4217-b1a4-cf9c350df979}", damaged},
         {"a compact file cut off", std::string("\1\1\7\0", 4), damaged},
         {"a binary list cut off", "\x5F", damaged},
+        {"an exception with other categories",
+         "{9bed88ff-dcab-4217-b1a4-cf9c350df979,{9bed88ff-dcab-4217-b1a4-cf9c350df979,\"\","
+         "{00000000-0000-0000-0000-000000000000},\"\",\"2\",00000000-0000-0000-0000-000000000000}}",
+         damaged},
         {"an unknown class", "{12345678-dcab-4217-b1a4-cf9c350df979,1}",
          unreadable +
              "The class 12345678-dcab-4217-b1a4-cf9c350df979 of the stored object is unknown"},

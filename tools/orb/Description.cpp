@@ -1,5 +1,7 @@
 #include "Description.h"
 
+#include <algorithm>
+
 namespace orb {
 namespace {
 

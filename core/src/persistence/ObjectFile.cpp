@@ -11,6 +11,8 @@
 #include <core/files/FileException.h>
 #include <core/persistence/CompactPersistenceStorage.h>
 
+#include <stdexcept>
+
 namespace core {
 namespace {
 
@@ -111,24 +113,29 @@ InterfacePtr<IPersistableObject> load_object(const URL& url) {
         throw;
     } catch (const Exception& fault) {
         throw unreadable(fault.object().get());
+    } catch (const std::invalid_argument&) { // of stored exceptions, see `Exception::deserialize`
+        throw unreadable(ListStreamException().object().get());
     }
 }
 
 void save_object(IPersistableObject* object, const URL& url, StorageForm form) {
     IFileSystem& files = process_file_system();
     const URL fresh(url.text() + u".new", url.withFragment());
+    // Until it is open the file may be that of another one who saves.
+    InterfacePtr<IFile> file = files.open(fresh, kFileOpenForWrite);
     try {
-        const InterfacePtr<IFile> file = files.open(fresh, kFileOpenForWrite);
         write_file(object, file.get(), form);
         file->flush();
+        file.reset();
+        files.move(fresh, url);
     } catch (...) {
+        file.reset();
         try {
             files.remove(fresh, nullptr);
-        } catch (const Exception&) { // what is told is why it could not be written
+        } catch (const Exception&) { // what is told is why it could not be saved
         }
         throw;
     }
-    files.move(fresh, url);
 }
 
 } // namespace core
